@@ -28,11 +28,12 @@ protected:
     bool modified() const;
     // Whether a cached value may be served at all; always true here.
     bool cachable() const;
-    // Marks the current store state as read.
-    void reset();
+    // Marks the current store state as read. Const: typed reads through const
+    // owners refresh their cache, which is bookkeeping, not a change of value.
+    void reset() const;
 
 private:
     kel::view_ptr<KelProperties> m_owner;
     QString m_name;
-    std::uint64_t m_seenRevision = 0;
+    mutable std::uint64_t m_seenRevision = 0;
 };
