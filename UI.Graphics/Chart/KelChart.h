@@ -3,13 +3,31 @@
 // the words that chart properties use for fills, lines, plot styles, point
 // symbols and legend orientation, as single words and as choice lists.
 
-#include "KelProperties.h"
+#include "KelChartVariableList.h"
+#include "KelChartVariableStyle.h"
+#include "KelPropertyAdaptor.h"
+#include "KelUnitSystem.h"
 
 #include <QString>
 #include <QStringList>
 
 class KelChart : public KelProperties {
 public:
+    static const QString typeString;
+
+    explicit KelChart(KelModifiedGroup& group);
+    // A copy lies in `other`'s group and is named "chart.1" whatever `other` is named.
+    KelChart(const KelChart& other);
+    KelChart& operator=(const KelChart& other);
+    ~KelChart() override;
+
+    KelPropertyAdaptor<QString> title;
+    KelPropertyAdaptor<QColor> textColor;
+    KelPropertyAdaptor<QColor> textShadowColor;
+    KelUnitSystem unitSystem;
+    KelChartVariableList variables;
+    KelChartVariableStyle style;
+
     // Fill patterns.
     static const QString fillNone;
     static const QString fillSolid;
@@ -71,4 +89,11 @@ public:
     static const QStringList styles;
     static const QStringList symbols;
     static const QStringList legends;
+
+protected:
+    // Names the three axis pairs "axis.x", "axis.y", "axis.z" and inserts them, in that order.
+    void insertAxisPairs(KelProperties& x, KelProperties& y, KelProperties& z);
+
+private:
+    void nameAndInsertChildren();
 };

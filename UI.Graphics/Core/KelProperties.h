@@ -90,14 +90,20 @@ private:
         KelProperties* node;
         bool member;
     };
+    // Takes a direct child out of the list without freeing it.
     void detach(KelProperties* child);
+    // The node whose direct child `node` is, searching this subtree.
+    KelProperties* holderOf(const KelProperties* node);
 
     QString m_name;
     QString m_type;
     KelPropertiesString m_string;
     KelProperties* m_parent = nullptr;
     std::vector<Child> m_children;
+    // Set while this node is destroyed or moved to another parent: the old
+    // parent's `remove` then lets it go instead of freeing it.
     bool m_dying = false;
+    bool m_moving = false;
 };
 
 // Writes a QString to a standard stream as UTF-8.

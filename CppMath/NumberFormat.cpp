@@ -1,0 +1,203 @@
+#include "NumberFormat.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+namespace Orv::Math {
+
+namespace {
+
+constexpr std::uint64_t PowersOfTen[] = {
+    1ull,
+    10ull,
+    100ull,
+    1000ull,
+    10000ull,
+    100000ull,
+    1000000ull,
+    10000000ull,
+    100000000ull,
+    1000000000ull,
+    10000000000ull,
+    100000000000ull,
+    1000000000000ull,
+    10000000000000ull,
+    100000000000000ull,
+    1000000000000000ull,
+    10000000000000000ull,
+    100000000000000000ull,
+    1000000000000000000ull,
+    10000000000000000000ull,
+};
+constexpr int MaxDigits = 20;
+
+// A fixed text longer than this (far beyond the double range) is written in scientific notation.
+constexpr std::int64_t MaxFixedDigits = 330;
+
+int digitCount(std::uint64_t value)
+{
+    int count = 1;
+    while (count < MaxDigits && value >= PowersOfTen[count])
+        ++count;
+    return count;
+}
+
+// `magnitude` without its last `count` digits, rounded half away from zero.
+std::uint64_t dropDigits(std::uint64_t magnitude, std::int64_t count)
+{
+    if (count <= 0)
+        return magnitude;
+    if (count >= MaxDigits)
+        return 0; // every uint64 is below half of 10^20
+    const std::uint64_t unit = PowersOfTen[count];
+    const std::uint64_t kept = magnitude / unit;
+    const std::uint64_t rest = magnitude % unit;
+    return rest >= unit - rest ? kept + 1 : kept;
+}
+
+bool prefersScientific(std::int64_t lastDigitExponent, std::int64_t largestExponent)
+{
+    return lastDigitExponent >= 6 || largestExponent <= -5;
+}
+
+// Collects one text on the stack, so formatting allocates only the returned string.
+class TextBuffer {
+public:
+    void put(char c) { m_text[m_size++] = c; }
+    void append(const char* text, std::int64_t count)
+    {
+        std::memcpy(m_text + m_size, text, static_cast<std::size_t>(count));
+        m_size += static_cast<std::size_t>(count);
+    }
+    void zeros(std::int64_t count)
+    {
+        std::fill_n(m_text + m_size, count, '0');
+        m_size += static_cast<std::size_t>(count);
+    }
+    void integer(std::int64_t value)
+    {
+        m_size = static_cast<std::size_t>(
+            std::to_chars(m_text + m_size, m_text + sizeof m_text, value).ptr - m_text);
+    }
+    std::string text() const { return std::string(m_text, m_size); }
+
+private:
+    // Sign, MaxFixedDigits integer digits, point and MaxDecimals decimals fit.
+    char m_text[400];
+    std::size_t m_size = 0;
+};
+
+// The decimal digits of `value`; returns their count.
+int writeDigits(char (&digits)[MaxDigits], std::uint64_t value)
+{
+    return static_cast<int>(std::to_chars(digits, digits + MaxDigits, value).ptr - digits);
+}
+
+void writeFixed(TextBuffer& out, bool negative, std::uint64_t magnitude, std::int64_t exponent,
+                int decimals)
+{
+    const std::int64_t shown = decimals < 0 ? std::max<std::int64_t>(0, -exponent) : decimals;
+    if (-exponent > shown) {
+        magnitude = dropDigits(magnitude, -exponent - shown);
+        exponent = -shown;
+    }
+    if (negative && magnitude != 0)
+        out.put('-');
+
+    char digits[MaxDigits] = {};
+    const int count = writeDigits(digits, magnitude);
+    std::int64_t written = 0; // decimals written so far
+    if (magnitude == 0) {
+        out.put('0');
+    } else if (exponent >= 0) {
+        out.append(digits, count);
+        out.zeros(exponent);
+    } else {
+        written = -exponent;
+        if (count > written) {
+            out.append(digits, count - written);
+            out.put('.');
+            out.append(digits + count - written, written);
+        } else {
+            out.append("0.", 2);
+            out.zeros(written - count);
+            out.append(digits, count);
+        }
+    }
+    if (shown > written) {
+        if (written == 0)
+            out.put('.');
+        out.zeros(shown - written);
+    }
+}
+
+void writeScientific(TextBuffer& out, bool negative, std::uint64_t magnitude, std::int64_t exponent,
+                     int decimals)
+{
+    if (magnitude == 0) {
+        out.put('0');
+        if (decimals > 0) {
+            out.put('.');
+            out.zeros(decimals);
+            out.append("e0", 2);
+        }
+        return;
+    }
+    int count = digitCount(magnitude);
+    std::int64_t power = exponent + count - 1;
+    if (decimals >= 0 && count > decimals + 1) {
+        magnitude = dropDigits(magnitude, count - (decimals + 1));
+        if (digitCount(magnitude) > decimals + 1) { // rounding carried: 9.99 became 10.0
+            magnitude /= 10;
+            ++power;
+        }
+    }
+    if (negative)
+        out.put('-');
+
+    char digits[MaxDigits] = {};
+    count = writeDigits(digits, magnitude);
+    const int shown = decimals < 0 ? count - 1 : decimals;
+    out.put(digits[0]);
+    if (shown > 0) {
+        out.put('.');
+        out.append(digits + 1, count - 1);
+        out.zeros(shown - (count - 1));
+    }
+    out.put('e');
+    out.integer(power);
+}
+
+} // namespace
+
+std::string NumberFormat::format(Decimal value) const
+{
+    const bool negative = value.digits < 0;
+    // Unsigned negation is right for every int64, the most negative one included.
+    const std::uint64_t magnitude =
+        negative ? 0 - static_cast<std::uint64_t>(value.digits) : static_cast<std::uint64_t>(value.digits);
+    const int shownDecimals = decimals < 0 ? AutomaticDecimals : std::min(decimals, MaxDecimals);
+    const std::int64_t exponent = value.exponent;
+    const std::int64_t largest = digitCount(magnitude) - 1 + exponent;
+
+    bool scientific = notation == Notation::Scientific;
+    if (notation == Notation::Automatic)
+        scientific = magnitude != 0 && prefersScientific(exponent, largest);
+    const bool fixedTooLong =
+        largest >= MaxFixedDigits || (shownDecimals < 0 && -exponent > MaxFixedDigits);
+
+    TextBuffer out;
+    if (scientific || fixedTooLong)
+        writeScientific(out, negative, magnitude, exponent, shownDecimals);
+    else
+        writeFixed(out, negative, magnitude, exponent, shownDecimals);
+    return out.text();
+}
+
+NumberFormat::Notation NumberFormat::automaticNotation(int lastDigitExponent, int largestExponent)
+{
+    return prefersScientific(lastDigitExponent, largestExponent) ? Notation::Scientific : Notation::Fixed;
+}
+
+} // namespace Orv::Math

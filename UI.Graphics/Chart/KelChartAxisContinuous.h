@@ -1,0 +1,23 @@
+#pragma once
+// A numeric axis. Its range comes from the data or is fixed by the user; it
+// also carries the unit label that the unit update agrees for its variables.
+
+#include "KelChartAxis.h"
+
+class KelChartAxisContinuous : public KelChartAxis {
+public:
+    static const QString typeString;
+
+    explicit KelChartAxisContinuous(KelModifiedGroup& group);
+    KelChartAxisContinuous(const KelChartAxisContinuous& other);
+    KelChartAxisContinuous& operator=(const KelChartAxisContinuous& other);
+    ~KelChartAxisContinuous() override;
+
+    KelPropertyAdaptor<bool> autoScale;
+    KelPropertyAdaptor<double> min;
+    KelPropertyAdaptor<double> max;
+    KelPropertyAdaptor<QString> unitLabel;
+    KelPropertyAdaptor<bool> symmetric;
+    KelPropertyAdaptor<bool> logarithmic;
+    KelPropertyAdaptor<bool> usability;
+};

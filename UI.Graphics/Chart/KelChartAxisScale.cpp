@@ -1,0 +1,296 @@
+#include "KelChartAxisScale.h"
+
+#include "KelChartAxisContinuous.h"
+#include "KelChartAxisDiscrete.h"
+#include "KelChartVariableListCache.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace {
+
+// Marks a discrete range that no data has started yet.
+constexpr double noCategory = 2147483647.0;
+
+// Widens [min, max] as `ExpandRange` documents. The widening d is computed in
+// T and held as a double; the new bounds are computed in double and rounded to T.
+template <class T>
+void expandRange(T& min, T& max, T fraction)
+{
+    const T largest = std::numeric_limits<float>::max();
+    double d = static_cast<T>((max - min) * fraction);
+    if (d == 0)
+        d = static_cast<T>(std::abs(max) * T(0.5));
+    if (min == max || d == 0) {
+        if (min > T(-1) && max < T(1)) {
+            min = T(-1);
+            max = T(1);
+            d = 0;
+        } else if (max >= largest) {
+            min = 0;
+            d = 0;
+        } else if (max <= -largest) {
+            max = 0;
+            d = 0;
+        }
+    }
+    min = static_cast<T>(min - d);
+    max = static_cast<T>(max + d);
+    if (min == max)
+        min = 0;
+}
+
+// Whether a valid cache's variable names `axisName` as one of its axes.
+bool namesAxis(const KelChartVariableCache& cache, const QString& axisName)
+{
+    const KelChartVariable& variable = cache.variable();
+    return variable.xAxis.get() == axisName || variable.yAxis.get() == axisName
+        || variable.zAxis.get() == axisName;
+}
+
+// 1 / count in float; an empty range has no finite step.
+double categoryStep(unsigned int count)
+{
+    if (count == 0)
+        return std::numeric_limits<float>::infinity();
+    return 1.0f / static_cast<float>(count);
+}
+
+} // namespace
+
+template <>
+void KelChartAxisScale::ExpandRange<float>(float& min, float& max, float fraction)
+{
+    expandRange(min, max, fraction);
+}
+
+template <>
+void KelChartAxisScale::ExpandRange<double>(double& min, double& max, double fraction)
+{
+    expandRange(min, max, fraction);
+}
+
+KelChartAxisScale::KelChartAxisScale()
+    : m_min(0.0)
+    , m_max(0.0)
+    , m_factor(1.0)
+    , m_size(0)
+    , m_valid(false)
+    , m_discrete(false)
+    , m_inverted(false)
+    , m_baseLine(0.0)
+    , m_axis(nullptr)
+    , m_cache(nullptr)
+{
+}
+
+KelChartAxisScale::KelChartAxisScale(const KelChartAxis& axis, const KelChartVariableListCache& cache)
+    : KelChartAxisScale()
+{
+    m_axis = &axis;
+    m_cache = &cache;
+    if (!axis.enabled.get())
+        return;
+    const QString name = axis.name();
+    for (size_t i = 0; i < cache.size() && !m_valid; ++i)
+        m_valid = cache.cache(i).valid() && namesAxis(cache.cache(i), name);
+    if (m_valid) {
+        m_axisName = name;
+        m_inverted = axis.inverted.get();
+    }
+}
+
+KelChartAxisScale::KelChartAxisScale(const KelChartAxisScale& other) = default;
+KelChartAxisScale::KelChartAxisScale(KelChartAxisScale&& other) noexcept = default;
+KelChartAxisScale& KelChartAxisScale::operator=(const KelChartAxisScale& other) = default;
+KelChartAxisScale& KelChartAxisScale::operator=(KelChartAxisScale&& other) noexcept = default;
+KelChartAxisScale::~KelChartAxisScale() = default;
+
+void KelChartAxisScale::reset()
+{
+    m_min = 0.0;
+    m_max = 0.0;
+    m_size = 0;
+    m_discrete = false;
+    m_inverted = false;
+    m_factor = 1.0;
+    m_values.clear();
+    m_percentages.clear();
+    m_labels.clear();
+    m_axisName.clear();
+    m_baseLine = 0.0;
+}
+
+void KelChartAxisScale::update(unsigned int tickCount, const Orv::Math::NumberFormat& format)
+{
+    if (!m_valid || m_axis == nullptr || m_cache == nullptr)
+        return;
+    reset();
+    m_axisName = m_axis->name();
+    m_inverted = m_axis->inverted.get();
+    if (m_axis->type() == KelChartAxisContinuous::typeString) {
+        const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(m_axis);
+        if (continuous)
+            updateContinuous(*continuous, tickCount, format);
+        else
+            m_valid = false;
+    } else if (const auto* discrete = dynamic_cast<const KelChartAxisDiscrete*>(m_axis)) {
+        m_discrete = true;
+        updateDiscrete(*discrete);
+    } else {
+        // A plain "chart.axis" has neither a range nor categories.
+        m_valid = false;
+    }
+    updateBaseLine();
+}
+
+void KelChartAxisScale::updateContinuous(const KelChartAxisContinuous& axis, unsigned int tickCount,
+                                         const Orv::Math::NumberFormat& format)
+{
+    // A request beyond int stays the largest request rather than wrapping negative.
+    const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
+    Orv::Math::NiceIntervals intervals;
+    double lo = 0.0;
+    double hi = 0.0;
+    if (!axis.autoScale.get() && axis.min.get() < axis.max.get())
+        intervals = Orv::Math::NiceIntervals(axis.min.get(), axis.max.get(), count, true, true, format);
+    else if (continuousDataRange(lo, hi))
+        intervals = Orv::Math::NiceIntervals(lo, hi, count, true, true, format);
+    takeTicks(intervals);
+    m_valid = m_max > m_min;
+}
+
+bool KelChartAxisScale::continuousDataRange(double& lo, double& hi) const
+{
+    bool found = false;
+    double margin = 0.0;
+    lo = 0.0;
+    hi = 1.0;
+    for (size_t i = 0; i < m_cache->size(); ++i) {
+        const KelChartVariableCache& cache = m_cache->cache(i);
+        if (!cache.valid())
+            continue;
+        const KelChartVariable& variable = cache.variable();
+        double low;
+        double high;
+        if (variable.xAxis.get() == m_axisName) {
+            low = cache.bounds().min().x();
+            high = cache.bounds().max().x();
+            margin = std::max(margin, 0.02);
+        } else if (variable.yAxis.get() == m_axisName) {
+            low = cache.bounds().min().y();
+            high = cache.bounds().max().y();
+            // A flat range has no width to widen by; it gets a margin of the union instead.
+            if (low == high) {
+                margin = std::max(margin, 0.05);
+            } else {
+                const double d = (high - low) / 20;
+                low -= d;
+                high += d;
+            }
+        } else {
+            continue;
+        }
+        lo = found ? std::min(lo, low) : low;
+        hi = found ? std::max(hi, high) : high;
+        found = true;
+    }
+    if (margin > 0)
+        ExpandRange<double>(lo, hi, margin);
+    return found;
+}
+
+void KelChartAxisScale::takeTicks(const Orv::Math::NiceIntervals& intervals)
+{
+    m_min = intervals.min();
+    m_max = intervals.max();
+    m_factor = intervals.factor;
+    m_size = static_cast<unsigned int>(intervals.size());
+    m_values.reserve(m_size);
+    m_labels.reserve(m_size);
+    m_percentages.reserve(m_size);
+    for (int i = 0; i < intervals.size(); ++i) {
+        m_values.push_back(intervals.value(i));
+        m_labels.push_back(QString::fromStdString(intervals.label(i)));
+        m_percentages.push_back(intervals.fraction(i, m_inverted));
+    }
+}
+
+void KelChartAxisScale::updateDiscrete(const KelChartAxisDiscrete& axis)
+{
+    discreteDataRange();
+    if (!axis.autoScale.get())
+        narrowToFixedRange(axis);
+    const double width = m_max - m_min;
+    m_size = width > 0 ? static_cast<unsigned int>(width) : 0u;
+    takeCategories(axis);
+    m_valid = m_max > m_min && m_min >= 0;
+}
+
+void KelChartAxisScale::discreteDataRange()
+{
+    m_min = noCategory;
+    m_max = 0.0;
+    for (size_t i = 0; i < m_cache->size(); ++i) {
+        const KelChartVariableCache& cache = m_cache->cache(i);
+        if (!cache.valid() || cache.variable().xAxis.get() != m_axisName)
+            continue;
+        m_min = std::min(m_min, static_cast<double>(cache.bounds().min().x()));
+        m_max = std::max(m_max, static_cast<double>(cache.bounds().max().x() + 1.0f));
+    }
+    if (m_cache->size() == 0 || m_min == noCategory || m_max == 0.0) {
+        m_min = 0.0;
+        m_max = 0.0;
+    }
+}
+
+// A fixed range can only narrow the data's range: bounds outside it are ignored.
+void KelChartAxisScale::narrowToFixedRange(const KelChartAxisDiscrete& axis)
+{
+    const double first = axis.min.get();
+    const double end = axis.max.get();
+    if (first >= 0 && first < m_max && first >= m_min)
+        m_min = first;
+    if (end > m_min && end <= m_max)
+        m_max = end;
+}
+
+// Labels from the first shown category on, all of them, then empty fillers up
+// to the end of the range.
+void KelChartAxisScale::takeCategories(const KelChartAxisDiscrete& axis)
+{
+    // Walking the labels moves only the iterator's position, none of the axis's settings.
+    KelLabelIterInterface& labels = const_cast<KelLabelIter&>(axis.labels);
+    const double step = categoryStep(m_size);
+    labels.reset();
+    int n = 0;
+    if (m_min > 0) {
+        while (labels.next() && ++n < m_min) {
+        }
+    }
+    for (; labels.next(); ++n)
+        appendCategory(labels.currentLabel(), n, step);
+    for (; n < m_max; ++n)
+        appendCategory(QString(), n, step);
+}
+
+void KelChartAxisScale::appendCategory(const QString& label, int value, double step)
+{
+    m_labels.push_back(label);
+    m_values.push_back(value);
+    const float slotCentre = static_cast<float>(value - m_min + 0.5);
+    m_percentages.push_back(slotCentre * step);
+}
+
+void KelChartAxisScale::updateBaseLine()
+{
+    if (m_min > 0)
+        m_baseLine = m_min;
+    else if (m_max < 0)
+        m_baseLine = m_max;
+    else
+        m_baseLine = 0.0;
+}

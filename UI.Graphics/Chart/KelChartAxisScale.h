@@ -1,0 +1,129 @@
+#pragma once
+// The computed scale of one axis: its range, the ticks with their values,
+// labels and relative positions, the factor of the tick labels, the base line
+// from which bars and areas start, and whether the axis is discrete, inverted
+// and usable at all.
+//
+// Construction only decides whether the axis is in use: it is enabled and some
+// valid variable names it as its x, y or z axis. `update` computes the rest;
+// it does nothing on a scale that is not valid, so a scale that construction
+// or an `update` left invalid stays so.
+//
+// Continuous axes are scaled to the fixed range of the axis (when "autoScale"
+// is off and "min" < "max") or to the data on the axis with a margin:
+//   - data on x: the union of the x ranges, widened by 2% at each end;
+//   - data on y: each variable's y range widened by 1/20 at each end, or, for
+//     a flat range, the union widened by 5% by `ExpandRange`.
+// The range is rounded to nice intervals, which also give the tick values,
+// labels, positions and factor.
+//
+// Discrete axes are scaled to category indices [min, max): from the smallest
+// x to one past the largest x of the variables drawn on the axis along x. A
+// fixed range only narrows that. The entries are the axis's labels from the
+// first shown category on, then empty fillers up to max; every entry sits at
+// the centre of its category slot, (value - min + 0.5) / size, with the offset
+// rounded to float and 1 / size computed in float. An axis that is neither
+// continuous nor discrete (a plain "chart.axis") gets an invalid scale.
+//
+// The scale keeps pointers to the axis and the cache; both must outlive every
+// call of `update`.
+
+#include "NiceIntervals.h"
+#include "NumberFormat.h"
+
+#include <QString>
+
+#include <vector>
+
+class KelChartAxis;
+class KelChartAxisContinuous;
+class KelChartAxisDiscrete;
+class KelChartVariableListCache;
+
+class KelChartAxisScale {
+public:
+    // Invalid, empty, factor 1; `update` does nothing on it.
+    KelChartAxisScale();
+    KelChartAxisScale(const KelChartAxis& axis, const KelChartVariableListCache& cache);
+    KelChartAxisScale(const KelChartAxisScale& other);
+    KelChartAxisScale(KelChartAxisScale&& other) noexcept;
+    KelChartAxisScale& operator=(const KelChartAxisScale& other);
+    KelChartAxisScale& operator=(KelChartAxisScale&& other) noexcept;
+    ~KelChartAxisScale();
+
+    double min() const { return m_min; }
+    double max() const { return m_max; }
+    double factor() const { return m_factor; }
+    // Ticks of a continuous axis, category slots of a discrete one. A discrete
+    // scale may store more entries than that (labels beyond the shown range).
+    unsigned int size() const { return m_size; }
+    // The index is not checked.
+    double value(unsigned int i) const { return m_values[i]; }
+    double percentage(unsigned int i) const { return m_percentages[i]; }
+    QString label(unsigned int i) { return m_labels[i]; }
+    bool valid() const { return m_valid; }
+    QString axisName() { return m_axisName; }
+    bool discrete() const { return m_discrete; }
+    bool inverted() const { return m_inverted; }
+    // The value of the range nearest to zero.
+    double baseLine() const { return m_baseLine; }
+
+    // Computes range, ticks, factor and base line for about `tickCount`
+    // intervals, labels written in `format`.
+    void update(unsigned int tickCount, const Orv::Math::NumberFormat& format);
+
+    // Widens [min, max] by `fraction` of its width at each end. Degenerate
+    // input still gives a usable range:
+    //   - no width to widen by (fraction 0): half of |max| at each end;
+    //   - a single value inside (-1, 1): [-1, 1];
+    //   - a single value at or beyond the largest float: [0, v], or [v, 0]
+    //     when negative.
+    // NaN bounds or fractions pass through as NaN. The float version computes
+    // the widening in float and rounds each new bound to float.
+    template <class T>
+    static void ExpandRange(T& min, T& max, T fraction);
+
+private:
+    friend class KelChartAxisPairScale;
+
+    // Empties the computed part; validity and the two pointers stay.
+    void reset();
+
+    void updateContinuous(const KelChartAxisContinuous& axis, unsigned int tickCount,
+                          const Orv::Math::NumberFormat& format);
+    // The range of the data on this axis with its margin; false when no valid
+    // variable draws on the axis along x or y.
+    bool continuousDataRange(double& lo, double& hi) const;
+    // Takes range, factor and ticks from the intervals. All tick production
+    // runs through here.
+    void takeTicks(const Orv::Math::NiceIntervals& intervals);
+
+    void updateDiscrete(const KelChartAxisDiscrete& axis);
+    // The category range [min, max) of the data on this axis along x.
+    void discreteDataRange();
+    void narrowToFixedRange(const KelChartAxisDiscrete& axis);
+    void takeCategories(const KelChartAxisDiscrete& axis);
+    void appendCategory(const QString& label, int value, double step);
+
+    void updateBaseLine();
+
+    double m_min;
+    double m_max;
+    double m_factor;
+    unsigned int m_size;
+    std::vector<double> m_values;
+    std::vector<double> m_percentages;
+    std::vector<QString> m_labels;
+    bool m_valid;
+    QString m_axisName;
+    bool m_discrete;
+    bool m_inverted;
+    double m_baseLine;
+    const KelChartAxis* m_axis;
+    const KelChartVariableListCache* m_cache;
+};
+
+template <>
+void KelChartAxisScale::ExpandRange<float>(float& min, float& max, float fraction);
+template <>
+void KelChartAxisScale::ExpandRange<double>(double& min, double& max, double fraction);

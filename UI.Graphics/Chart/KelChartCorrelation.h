@@ -1,0 +1,20 @@
+#pragma once
+// A correlation chart: the label values of its correlation legend and a switch
+// that shows the values in the cells.
+
+#include "KelChart.h"
+
+#include <vector>
+
+class KelChartCorrelation : public KelChart {
+public:
+    static const QString typeString;
+
+    explicit KelChartCorrelation(KelModifiedGroup& group);
+    KelChartCorrelation(const KelChartCorrelation& other);
+    KelChartCorrelation& operator=(const KelChartCorrelation& other);
+    ~KelChartCorrelation() override;
+
+    KelPropertyAdaptor<std::vector<double>> legendLabel;
+    KelPropertyAdaptor<bool> displayValues;
+};

@@ -1,0 +1,187 @@
+#include "KelChartPerVariableScaling.h"
+
+#include "KelChartAxisPairScale.h"
+#include "KelChartAxisScale.h"
+#include "OrvDebug.h"
+
+#include <boost/make_shared.hpp>
+
+using Orv::Math::Matrix;
+using Orv::Math::Vector2;
+using Orv::Math::Vector3;
+using Comp = Orv::Math::Vector3::Comp;
+
+namespace {
+
+bool usable(const KelChartAxisScale* axis)
+{
+    return axis && axis->valid();
+}
+
+// The unit axis, turned round when the scale runs inverted.
+Vector3 direction(const Vector3& unitAxis, const KelChartAxisScale& scale)
+{
+    return scale.inverted() ? -unitAxis : unitAxis;
+}
+
+float narrow(double value)
+{
+    return static_cast<float>(value);
+}
+
+} // namespace
+
+KelChartPerVariableScaling::KelChartPerVariableScaling(const KelChartAxisPairScale& xPair,
+                                                       const KelChartAxisPairScale& yPair,
+                                                       const KelChartVariableListCache& cache)
+    : _listCache(cache)
+    , _xPair(&xPair)
+    , _yPair(&yPair)
+    , _zPair(nullptr)
+{
+    flagVariables();
+}
+
+KelChartPerVariableScaling::KelChartPerVariableScaling(const KelChartAxisPairScale& xPair,
+                                                       const KelChartAxisPairScale& yPair,
+                                                       const KelChartAxisPairScale& zPair,
+                                                       const KelChartVariableListCache& cache)
+    : _listCache(cache)
+    , _xPair(&xPair)
+    , _yPair(&yPair)
+    , _zPair(&zPair)
+{
+    flagVariables();
+}
+
+KelChartPerVariableScaling::KelChartPerVariableScaling(const KelChartPerVariableScaling& other) = default;
+KelChartPerVariableScaling::KelChartPerVariableScaling(KelChartPerVariableScaling&& other) noexcept = default;
+KelChartPerVariableScaling& KelChartPerVariableScaling::operator=(const KelChartPerVariableScaling& other) = default;
+KelChartPerVariableScaling& KelChartPerVariableScaling::operator=(KelChartPerVariableScaling&& other) noexcept = default;
+KelChartPerVariableScaling::~KelChartPerVariableScaling() = default;
+
+const Matrix& KelChartPerVariableScaling::matrix(size_t i) const
+{
+    if (!_validFlags[i])
+        return Matrix::Identity;
+    boost::shared_ptr<Matrix>& slot = _matrices[i];
+    if (slot)
+        return *slot;
+    slot = boost::make_shared<Matrix>();
+
+    // The axes were found at construction; they can only be missing when the
+    // pair scales were changed since, and then the matrix stays the identity.
+    const KelChartAxisScale* xAxis = findAxis(Comp::X, i);
+    const KelChartAxisScale* yAxis = findAxis(Comp::Y, i);
+    ORV_ENSURE(xAxis && yAxis);
+    if (_zPair) {
+        const KelChartAxisScale* zAxis = findAxis(Comp::Z, i);
+        ORV_ENSURE(zAxis);
+        if (xAxis && yAxis && zAxis)
+            processAxes(*xAxis, *yAxis, *zAxis, *slot);
+    } else if (xAxis && yAxis) {
+        processAxes(*xAxis, *yAxis, *slot);
+    }
+    return *slot;
+}
+
+double KelChartPerVariableScaling::baseLine(size_t i, Comp comp) const
+{
+    if (!variable(i).valid())
+        return 0.0;
+    const KelChartAxisScale* axis = findAxis(comp, i);
+    return axis ? axis->baseLine() : 0.0;
+}
+
+void KelChartPerVariableScaling::gradientExtents(size_t i, Comp comp, Vector2& extents, double& baseLine) const
+{
+    baseLine = this->baseLine(i, comp);
+    extents = Vector2(0.0f, 0.0f);
+    if (!variable(i).valid())
+        return;
+    const bool scaled = comp == Comp::X || comp == Comp::Y || (comp == Comp::Z && _zPair);
+    if (scaled) {
+        const Orv::Math::BoundingBox& box = variable(i).bounds();
+        extents = Vector2(box.min()[comp], box.max()[comp]);
+    }
+    // A gradient runs from the base line, so it must reach that too.
+    if (extents[0] > baseLine)
+        extents[0] = narrow(baseLine);
+    if (baseLine > extents[1])
+        extents[1] = narrow(baseLine);
+}
+
+bool KelChartPerVariableScaling::isAxisDiscrete(Comp comp, size_t i) const
+{
+    const AxisLookup found = lookup(comp, i);
+    const KelChartAxisPairScale* axisPair = found.pair;
+    ORV_ENSURE(axisPair != 0);
+    if (!axisPair)
+        return false;
+    const KelChartAxisScale* axis = axisPair->find(found.name);
+    ORV_ENSURE(axis != 0);
+    return axis && axis->discrete();
+}
+
+void KelChartPerVariableScaling::flagVariables()
+{
+    const size_t count = _listCache.size();
+    _validFlags.reserve(count);
+    _matrices.resize(count);
+    for (size_t i = 0; i < count; ++i)
+        _validFlags.push_back(axesFoundAndValid(i));
+}
+
+KelChartPerVariableScaling::AxisLookup KelChartPerVariableScaling::lookup(Comp comp, size_t i) const
+{
+    const KelChartVariable& var = variable(i).variable();
+    switch (comp) {
+    case Comp::X:
+        return {_xPair, var.xAxis.get()};
+    case Comp::Y:
+        return {_yPair, var.yAxis.get()};
+    case Comp::Z:
+        return {_zPair, var.zAxis.get()};
+    }
+    return {nullptr, QString()};
+}
+
+const KelChartAxisScale* KelChartPerVariableScaling::findAxis(Comp comp, size_t i) const
+{
+    const AxisLookup found = lookup(comp, i);
+    return found.pair ? found.pair->find(found.name) : nullptr;
+}
+
+bool KelChartPerVariableScaling::axesFoundAndValid(size_t i) const
+{
+    if (!variable(i).valid())
+        return false;
+    return usable(findAxis(Comp::X, i)) && usable(findAxis(Comp::Y, i))
+        && (!_zPair || usable(findAxis(Comp::Z, i)));
+}
+
+// The axis ranges mapped onto the cube, after the data were turned round
+// along the inverted axes.
+bool KelChartPerVariableScaling::processAxes(const KelChartAxisScale& x, const KelChartAxisScale& y,
+                                             const KelChartAxisScale& z, Matrix& out)
+{
+    if (!x.valid() || !y.valid() || !z.valid())
+        return false;
+    const Matrix orientation =
+        Matrix::orient(direction(Vector3::X, x), direction(Vector3::Y, y), direction(Vector3::Z, z));
+    out = Matrix::ortho(narrow(x.min()), narrow(x.max()), narrow(y.min()), narrow(y.max()), narrow(z.min()),
+                        narrow(z.max()))
+        * orientation;
+    return true;
+}
+
+// As above, with z left as it is: never inverted, from -1 to 1.
+bool KelChartPerVariableScaling::processAxes(const KelChartAxisScale& x, const KelChartAxisScale& y, Matrix& out)
+{
+    if (!x.valid() || !y.valid())
+        return false;
+    const Matrix orientation = Matrix::orient(direction(Vector3::X, x), direction(Vector3::Y, y), Vector3::Z);
+    out = Matrix::ortho(narrow(x.min()), narrow(x.max()), narrow(y.min()), narrow(y.max()), -1.0f, 1.0f)
+        * orientation;
+    return true;
+}

@@ -1,0 +1,322 @@
+#include "KelVariableIter.h"
+
+#include "OrvDebug.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace {
+
+using Comp = Orv::Math::Vector3::Comp;
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr float notANumberF = std::numeric_limits<float>::quiet_NaN();
+
+template <class T>
+void release(std::vector<T>& values)
+{
+    std::vector<T>().swap(values);
+}
+
+template <class T>
+void takeLog10(std::vector<T>& values)
+{
+    for (T& value : values)
+        value = value > 0 ? std::log10(value) : std::numeric_limits<T>::quiet_NaN();
+}
+
+// Flags shorter than the data leave the remaining items defined.
+std::vector<bool> fitted(std::vector<bool> flags, std::size_t size)
+{
+    flags.resize(size, false);
+    return flags;
+}
+
+} // namespace
+
+KelVariableIter::KelVariableIter(KelModifiedGroup& group)
+    : KelProperties(group)
+{
+    setType(QStringLiteral("variable.iter"));
+    rename(QStringLiteral("variableiter.1"));
+}
+
+KelVariableIter::KelVariableIter(const KelVariableIter& other)
+    : KelProperties(other)
+    , KelVariableIterInterface(other)
+    , m_dimension(other.m_dimension)
+    , m_size(other.m_size)
+    , m_scalars(other.m_scalars)
+    , m_xs(other.m_xs)
+    , m_ys(other.m_ys)
+    , m_undefined(other.m_undefined)
+    , m_components(other.m_components)
+    , m_converter(other.m_converter)
+    , m_unitSystem(other.m_unitSystem)
+{
+}
+
+KelVariableIter& KelVariableIter::operator=(const KelVariableIter& other)
+{
+    if (this == &other)
+        return *this;
+    KelProperties::operator=(other);
+    m_dimension = other.m_dimension;
+    m_size = other.m_size;
+    m_scalars = other.m_scalars;
+    m_xs = other.m_xs;
+    m_ys = other.m_ys;
+    m_undefined = other.m_undefined;
+    m_components = other.m_components;
+    m_converter = other.m_converter;
+    m_unitSystem = other.m_unitSystem;
+    invalidate();
+    return *this;
+}
+
+KelVariableIter::~KelVariableIter() = default;
+
+void KelVariableIter::setScalarData(std::vector<double> values, std::vector<bool> undefined, const QString& unit)
+{
+    m_dimension = 1;
+    m_size = values.size();
+    m_scalars = std::move(values);
+    release(m_xs);
+    release(m_ys);
+    m_undefined = {fitted(std::move(undefined), m_size), {}};
+    m_components[0].nativeUnit = unit;
+    m_components[1].nativeUnit.clear();
+    m_components[2].nativeUnit.clear();
+    invalidate();
+}
+
+void KelVariableIter::setVector2Data(std::vector<float> x, std::vector<float> y, std::vector<bool> xUndefined,
+                                     std::vector<bool> yUndefined, const QString& xUnit, const QString& yUnit)
+{
+    ORV_ENSURE(x.size() == y.size());
+    m_dimension = 2;
+    m_size = std::min(x.size(), y.size());
+    m_xs = std::move(x);
+    m_ys = std::move(y);
+    m_xs.resize(m_size);
+    m_ys.resize(m_size);
+    release(m_scalars);
+    m_undefined = {fitted(std::move(xUndefined), m_size), fitted(std::move(yUndefined), m_size)};
+    m_components[0].nativeUnit = xUnit;
+    m_components[1].nativeUnit = yUnit;
+    m_components[2].nativeUnit.clear();
+    invalidate();
+}
+
+void KelVariableIter::clear()
+{
+    m_dimension = 0;
+    m_size = 0;
+    release(m_scalars);
+    release(m_xs);
+    release(m_ys);
+    m_undefined = {};
+    for (Component& component : m_components)
+        component.nativeUnit.clear();
+    invalidate();
+}
+
+QString KelVariableIter::nativeUnit(Comp c) const
+{
+    return m_components[static_cast<std::size_t>(c)].nativeUnit;
+}
+
+bool KelVariableIter::next()
+{
+    if (m_next >= m_count)
+        return false;
+    m_current = m_next++;
+    return true;
+}
+
+void KelVariableIter::reset()
+{
+    if (!m_prepared)
+        prepare();
+    m_next = 0;
+    m_current = noItem;
+}
+
+double KelVariableIter::scalarValue()
+{
+    if (m_current >= m_count)
+        return notANumber;
+    return m_dimension == 1 ? m_scalarView[m_current] : m_xView[m_current];
+}
+
+void KelVariableIter::vector2Value(Orv::Math::Vector2& value)
+{
+    if (m_current >= m_count)
+        value = Orv::Math::Vector2(notANumberF, notANumberF);
+    else if (m_dimension == 1)
+        value = Orv::Math::Vector2(static_cast<float>(m_scalarView[m_current]), 0.0f);
+    else
+        value = Orv::Math::Vector2(m_xView[m_current], m_yView[m_current]);
+}
+
+void KelVariableIter::vector3Value(Orv::Math::Vector3& value)
+{
+    Orv::Math::Vector2 planar;
+    vector2Value(planar);
+    value = Orv::Math::Vector3(planar.x(), planar.y(), 0.0f);
+}
+
+void KelVariableIter::undefinedFlags(bool& x, bool& y, bool&)
+{
+    if (undefined(0))
+        x = true;
+    if (m_dimension == 2 && undefined(1))
+        y = true;
+}
+
+bool KelVariableIter::undefined(int component) const
+{
+    if (m_current >= m_count)
+        return true;
+    if (m_undefined[static_cast<std::size_t>(component)][m_current])
+        return true;
+    if (m_dimension == 1)
+        return std::isnan(m_scalarView[m_current]);
+    return std::isnan(component == 0 ? m_xView[m_current] : m_yView[m_current]);
+}
+
+bool KelVariableIter::hasDimension(int n)
+{
+    return m_dimension != 0 && n == m_dimension;
+}
+
+void KelVariableIter::setConverter(const boost::shared_ptr<IUnitsConverter>& converter)
+{
+    if (converter == m_converter)
+        return;
+    m_converter = converter;
+    invalidate();
+}
+
+void KelVariableIter::setUnitSystemFlag(bool on)
+{
+    if (on == m_unitSystem)
+        return;
+    m_unitSystem = on;
+    invalidate();
+}
+
+void KelVariableIter::units(QString& x, QString& y, QString& z)
+{
+    if (!m_prepared)
+        prepare();
+    x = m_components[0].deliveredUnit;
+    y = m_components[1].deliveredUnit;
+    z = m_components[2].deliveredUnit;
+}
+
+bool KelVariableIter::setUnits(const QString& x, const QString& y, const QString& z)
+{
+    const std::array<QString, 3> chosen = {x, y, z};
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        if (!accepts(m_components[i], chosen[i]))
+            return false;
+    }
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        if (m_components[i].chosenUnit != chosen[i]) {
+            m_components[i].chosenUnit = chosen[i];
+            invalidate();
+        }
+    }
+    return true;
+}
+
+void KelVariableIter::logarithmic(bool& x, bool& y, bool& z) const
+{
+    x = m_components[0].logarithmic;
+    y = m_components[1].logarithmic;
+    z = m_components[2].logarithmic;
+}
+
+void KelVariableIter::setLogarithmic(bool x, bool y, bool z)
+{
+    const std::array<bool, 3> flags = {x, y, z};
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+        if (m_components[i].logarithmic != flags[i]) {
+            m_components[i].logarithmic = flags[i];
+            invalidate();
+        }
+    }
+}
+
+bool KelVariableIter::accepts(const Component& component, const QString& unit) const
+{
+    if (unit.isEmpty() || unit == component.nativeUnit)
+        return true;
+    return !component.nativeUnit.isEmpty() && m_converter && m_converter->convertible(component.nativeUnit, unit);
+}
+
+QString KelVariableIter::targetUnit(const Component& component) const
+{
+    if (component.nativeUnit.isEmpty() || !m_converter)
+        return component.nativeUnit;
+    if (!component.chosenUnit.isEmpty())
+        return component.chosenUnit;
+    if (m_unitSystem)
+        return m_converter->preferredUnit(component.nativeUnit);
+    return component.nativeUnit;
+}
+
+void KelVariableIter::invalidate()
+{
+    m_prepared = false;
+    m_count = 0;
+    m_next = 0;
+    m_current = noItem;
+}
+
+void KelVariableIter::prepare()
+{
+    for (Component& component : m_components)
+        component.deliveredUnit = component.nativeUnit;
+    release(m_convertedScalars);
+    release(m_convertedXs);
+    release(m_convertedYs);
+    m_scalarView = nullptr;
+    m_xView = nullptr;
+    m_yView = nullptr;
+    if (m_dimension == 1) {
+        m_scalarView = deliver(m_scalars, m_convertedScalars, m_components[0]);
+    } else if (m_dimension == 2) {
+        m_xView = deliver(m_xs, m_convertedXs, m_components[0]);
+        m_yView = deliver(m_ys, m_convertedYs, m_components[1]);
+    }
+    m_count = m_size;
+    m_prepared = true;
+}
+
+// Gives the array to deliver for one component and records its unit: the
+// native array when nothing is to be done, else a converted copy.
+template <class T>
+const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& converted, Component& component)
+{
+    const QString target = targetUnit(component);
+    bool isConverted = false;
+    if (target != component.nativeUnit) {
+        converted = native;
+        isConverted = m_converter->convert(converted.data(), converted.size(), component.nativeUnit, target);
+        if (isConverted)
+            component.deliveredUnit = target;
+    }
+    if (!component.logarithmic) {
+        if (!isConverted)
+            release(converted);
+        return isConverted ? converted.data() : native.data();
+    }
+    if (!isConverted)
+        converted = native;
+    takeLog10(converted);
+    return converted.data();
+}

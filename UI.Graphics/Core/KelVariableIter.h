@@ -1,0 +1,106 @@
+#pragma once
+// A variable iterator fed from memory by the host: scalar items (doubles) or
+// 2-D items (pairs of floats), each component with its own undefined flags and
+// native unit. The data are not properties and are not persisted.
+//
+// Units: each component is delivered in the unit chosen through `setUnits`,
+// else, with the unit system flag on, in the converter's preferred unit of its
+// dimension, else in its native unit. A component without native unit is a
+// bare number and is never converted; `setUnits` accepts only an empty unit
+// for it. A chosen unit that the data replaced later can no longer reach is
+// kept but not used: the component falls back to its native unit.
+//
+// Logarithmic components are delivered as log10 of their (converted) values.
+// An item component is undefined when its flag says so or its delivered value
+// is NaN; log10 of a value <= 0 is NaN, so such values become undefined.
+//
+// The delivered arrays are built in one pass, with one converter call per
+// component, when data, units or settings changed: lazily at the next
+// `reset()` (or `units()`). Call `reset()` before iterating after any change.
+
+#include "KelProperties.h"
+#include "KelVariableIterInterface.h"
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+class KelVariableIter : public KelProperties, public KelVariableIterInterface {
+public:
+    explicit KelVariableIter(KelModifiedGroup& group);
+    KelVariableIter(const KelVariableIter& other);
+    KelVariableIter& operator=(const KelVariableIter& other);
+    ~KelVariableIter() override;
+
+    // Undefined flag vectors may be empty (all defined) or shorter than the
+    // values (the rest defined). Pass the vectors with std::move to hand them
+    // over without a copy.
+    void setScalarData(std::vector<double> values, std::vector<bool> undefined = {}, const QString& unit = {});
+    // `x` and `y` must have the same length; the longer one is cut.
+    void setVector2Data(std::vector<float> x, std::vector<float> y, std::vector<bool> xUndefined = {},
+                        std::vector<bool> yUndefined = {}, const QString& xUnit = {}, const QString& yUnit = {});
+    // Drops the data and their native units; chosen units and flags stay.
+    void clear();
+    std::size_t size() const { return m_size; }
+    // 1 for scalar items, 2 for 2-D items, 0 without data.
+    int dimension() const { return m_dimension; }
+    QString nativeUnit(Orv::Math::Vector3::Comp c) const;
+
+    bool next() override;
+    void reset() override;
+    // The value of a scalar item, or the first component of a 2-D item.
+    double scalarValue() override;
+    void vector2Value(Orv::Math::Vector2& value) override;
+    void vector3Value(Orv::Math::Vector3& value) override;
+    void undefinedFlags(bool& x, bool& y, bool& z) override;
+    bool hasDimension(int n) override;
+    void setConverter(const boost::shared_ptr<IUnitsConverter>& converter) override;
+    void setUnitSystemFlag(bool on) override;
+    void units(QString& x, QString& y, QString& z) override;
+    bool setUnits(const QString& x, const QString& y, const QString& z) override;
+    void logarithmic(bool& x, bool& y, bool& z) const override;
+    void setLogarithmic(bool x, bool y, bool z) override;
+
+private:
+    struct Component {
+        QString nativeUnit;
+        QString chosenUnit; // from setUnits; empty when none was chosen
+        QString deliveredUnit;
+        bool logarithmic = false;
+    };
+    static constexpr std::size_t noItem = static_cast<std::size_t>(-1);
+
+    void invalidate();
+    void prepare();
+    QString targetUnit(const Component& component) const;
+    bool accepts(const Component& component, const QString& unit) const;
+    template <class T>
+    const T* deliver(const std::vector<T>& native, std::vector<T>& converted, Component& component);
+    bool undefined(int component) const;
+
+    // Native data.
+    int m_dimension = 0;
+    std::size_t m_size = 0;
+    std::vector<double> m_scalars;
+    std::vector<float> m_xs;
+    std::vector<float> m_ys;
+    std::array<std::vector<bool>, 2> m_undefined;
+
+    // Settings.
+    std::array<Component, 3> m_components;
+    boost::shared_ptr<IUnitsConverter> m_converter;
+    bool m_unitSystem = false;
+
+    // Delivered data: views of the native arrays or of the converted copies.
+    // `m_count` is 0 until `prepare` built them, so stale views are never read.
+    bool m_prepared = false;
+    std::vector<double> m_convertedScalars;
+    std::vector<float> m_convertedXs;
+    std::vector<float> m_convertedYs;
+    const double* m_scalarView = nullptr;
+    const float* m_xView = nullptr;
+    const float* m_yView = nullptr;
+    std::size_t m_count = 0;
+    std::size_t m_next = 0;
+    std::size_t m_current = noItem;
+};
