@@ -33,10 +33,10 @@ class NiceIntervals {
 public:
     // Wanted intervals outside [1, MaxCount] are clamped into it.
     static constexpr int MaxCount = 1000;
-    // With factor labels, ticks whose largest magnitude is at least FactorAbove or below
-    // FactorBelow get a factor.
-    static constexpr double FactorAbove = 1e5;
-    static constexpr double FactorBelow = 1e-3;
+    // With factor labels, ticks whose largest magnitude is at least 10^LargeExponent, or below
+    // 10^SmallExponent, get a factor.
+    static constexpr int LargeExponent = 5;
+    static constexpr int SmallExponent = -3;
 
     NiceIntervals() = default;
 
@@ -45,8 +45,8 @@ public:
     //   above `max`, and they are min() and max() (the rounded range).
     //   false: only the ticks inside [min, max]; min() and max() are the first and the last of
     //   them (equal when there is one).
-    // `factorLabels` true: when the ticks are very large or very small (see FactorAbove,
-    //   FactorBelow), `factor` becomes a power of 1000 and labels show value / factor. It is the
+    // `factorLabels` true: when the ticks are very large or very small (see LargeExponent,
+    //   SmallExponent), `factor` becomes a power of 1000 and labels show value / factor. It is the
     //   largest power of 1000 not above the largest tick magnitude, lowered while the labels would
     //   need more than two decimals (so 1000000..1000010 keeps factor 1 and integer labels).
     //   Otherwise `factor` is 1.

@@ -107,14 +107,6 @@ protected:
 
 } // namespace
 
-TEST(NiceIntervals, DefaultIsEmpty)
-{
-    const NiceIntervals ticks;
-    EXPECT_EQ(ticks.size(), 0);
-    EXPECT_LE(ticks.max(), ticks.min());
-    EXPECT_EQ(ticks.factor, 1.0);
-}
-
 TEST_P(CorpusTicks, ValuesAreExactMultiplesOfANiceStepAndFollowTheFlag)
 {
     for (const Range& d : corpus()) {
@@ -146,6 +138,7 @@ TEST_P(CorpusTicks, ValuesAreExactMultiplesOfANiceStepAndFollowTheFlag)
     }
 }
 
+// Also shows that searching steps near span / count is enough.
 TEST_P(CorpusTicks, NoNiceStepScoresBetter)
 {
     for (const Range& d : corpus()) {
@@ -159,34 +152,15 @@ TEST_P(CorpusTicks, NoNiceStepScoresBetter)
     }
 }
 
-TEST_P(CorpusTicks, MeanQualityDoesNotFallAndBeatsTheStepClosestToCount)
+TEST_P(CorpusTicks, MeanQualityDoesNotFall)
 {
     double mean = 0.0;
-    double closestMean = 0.0;
-    for (const Range& d : corpus()) {
+    for (const Range& d : corpus())
         mean += quality(ticksOf(d, loose()), d);
-        // The step whose interval count is nearest the wanted one.
-        const double rough = (d.max - d.min) / d.count;
-        const int z0 = static_cast<int>(std::floor(std::log10(rough)));
-        double bestDistance = std::numeric_limits<double>::infinity();
-        double closest = 0.0;
-        for (int z = z0 - 1; z <= z0 + 1; ++z) {
-            for (int q : {1, 2, 5}) {
-                const double distance = std::fabs(std::log(q * std::pow(10.0, z) / rough));
-                if (distance < bestDistance) {
-                    bestDistance = distance;
-                    closest = qualityOfStep(d, q, z, loose());
-                }
-            }
-        }
-        closestMean += closest;
-    }
     mean /= corpus().size();
-    closestMean /= corpus().size();
-    // Measured 0.537081 (loose) and 0.528949 (inner); the step closest to count gets 0.438406
-    // and, inner, sometimes a single tick.
+    // Measured 0.537081 (loose) and 0.528949 (inner). The step closest to count, for comparison,
+    // gets 0.438 loose.
     EXPECT_GE(mean, loose() ? 0.53708 : 0.52894);
-    EXPECT_GT(mean, closestMean + 0.08);
 }
 
 INSTANTIATE_TEST_SUITE_P(Loose, CorpusTicks, testing::Values(true));
@@ -210,15 +184,11 @@ TEST(NiceIntervals, LabelsAreCleanDecimalsAndZeroHasNoSign)
     const NiceIntervals twoDecimals(0, 1, 4, true, false, NumberFormat(NumberFormat::Notation::Fixed, 2));
     EXPECT_EQ(twoDecimals.label(1), "0.20");
     EXPECT_EQ(twoDecimals.label(5), "1.00");
-}
 
-TEST(NiceIntervals, AnAutomaticNotationIsOneForAllLabels)
-{
+    // An automatic notation is resolved once for all labels.
     const NiceIntervals large(0, 5e8, 5, true, false, NumberFormat());
     EXPECT_EQ(large.label(0), "0");
     EXPECT_EQ(large.label(5), "5e8");
-    const NiceIntervals offset(1e6, 1e6 + 10, 5, true, false, NumberFormat());
-    EXPECT_EQ(offset.label(1), "1000002");
 }
 
 struct FactorCase {
@@ -247,11 +217,12 @@ TEST_P(Factor, IsAPowerOfThousandForVeryLargeOrSmallTicks)
 INSTANTIATE_TEST_SUITE_P(
     NiceIntervals, Factor,
     testing::Values(FactorCase{0, 250000, 1e3, "0", "250"}, FactorCase{0, 50000, 1, "0", "50000"},
+                    // The thresholds apply to the ticks, not to the data.
+                    FactorCase{0, 99000, 1e3, "0", "100"}, FactorCase{2e-4, 9e-4, 1e-6, "200", "900"},
+                    FactorCase{2e-4, 1e-3, 1, "0.0002", "0.0010"},
                     FactorCase{1.2e6, 1.8e6, 1e6, "1.2", "1.8"}, FactorCase{-3e9, -1e9, 1e9, "-3.0", "-1.0"},
                     // Two decimals at most: a large offset keeps integer labels.
                     FactorCase{1e6, 1e6 + 10, 1, "1000000", "1000010"},
-                    FactorCase{0.00012, 0.00057, 1e-6, "100", "600"},
-                    FactorCase{0.001, 0.005, 1, "0.001", "0.005"},
                     FactorCase{3e-9, 7e-9, 1e-9, "3", "7"}));
 
 TEST(NiceIntervals, CountIsClampedToAUsableRange)
@@ -287,14 +258,16 @@ TEST(NiceIntervals, FractionRunsFromMinToMaxOrBack)
 
 class Degenerate : public testing::TestWithParam<std::pair<double, double>> {};
 
-TEST_P(Degenerate, GivesAnEmptyResult)
+TEST_P(Degenerate, GivesAnEmptyResultLikeTheDefault)
 {
     const auto [min, max] = GetParam();
     for (bool loose : {true, false}) {
         const NiceIntervals ticks(min, max, 10, loose, true, NumberFormat());
         EXPECT_EQ(ticks.size(), 0);
         EXPECT_LE(ticks.max(), ticks.min());
+        EXPECT_EQ(ticks.factor, 1.0);
     }
+    EXPECT_EQ(NiceIntervals().size(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(

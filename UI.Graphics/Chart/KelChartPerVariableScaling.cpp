@@ -9,7 +9,6 @@
 using Orv::Math::Matrix;
 using Orv::Math::Vector2;
 using Orv::Math::Vector3;
-using Comp = Orv::Math::Vector3::Comp;
 
 namespace {
 
@@ -71,11 +70,11 @@ const Matrix& KelChartPerVariableScaling::matrix(size_t i) const
 
     // The axes were found at construction; they can only be missing when the
     // pair scales were changed since, and then the matrix stays the identity.
-    const KelChartAxisScale* xAxis = findAxis(Comp::X, i);
-    const KelChartAxisScale* yAxis = findAxis(Comp::Y, i);
+    const KelChartAxisScale* xAxis = findAxis(Vector3::Comp::X, i);
+    const KelChartAxisScale* yAxis = findAxis(Vector3::Comp::Y, i);
     ORV_ENSURE(xAxis && yAxis);
     if (_zPair) {
-        const KelChartAxisScale* zAxis = findAxis(Comp::Z, i);
+        const KelChartAxisScale* zAxis = findAxis(Vector3::Comp::Z, i);
         ORV_ENSURE(zAxis);
         if (xAxis && yAxis && zAxis)
             processAxes(*xAxis, *yAxis, *zAxis, *slot);
@@ -85,7 +84,7 @@ const Matrix& KelChartPerVariableScaling::matrix(size_t i) const
     return *slot;
 }
 
-double KelChartPerVariableScaling::baseLine(size_t i, Comp comp) const
+double KelChartPerVariableScaling::baseLine(size_t i, Orv::Math::Vector3::Comp comp) const
 {
     if (!variable(i).valid())
         return 0.0;
@@ -93,13 +92,15 @@ double KelChartPerVariableScaling::baseLine(size_t i, Comp comp) const
     return axis ? axis->baseLine() : 0.0;
 }
 
-void KelChartPerVariableScaling::gradientExtents(size_t i, Comp comp, Vector2& extents, double& baseLine) const
+void KelChartPerVariableScaling::gradientExtents(size_t i, Orv::Math::Vector3::Comp comp, Vector2& extents,
+                                                 double& baseLine) const
 {
     baseLine = this->baseLine(i, comp);
     extents = Vector2(0.0f, 0.0f);
     if (!variable(i).valid())
         return;
-    const bool scaled = comp == Comp::X || comp == Comp::Y || (comp == Comp::Z && _zPair);
+    const bool scaled =
+        comp == Vector3::Comp::X || comp == Vector3::Comp::Y || (comp == Vector3::Comp::Z && _zPair);
     if (scaled) {
         const Orv::Math::BoundingBox& box = variable(i).bounds();
         extents = Vector2(box.min()[comp], box.max()[comp]);
@@ -111,7 +112,7 @@ void KelChartPerVariableScaling::gradientExtents(size_t i, Comp comp, Vector2& e
         extents[1] = narrow(baseLine);
 }
 
-bool KelChartPerVariableScaling::isAxisDiscrete(Comp comp, size_t i) const
+bool KelChartPerVariableScaling::isAxisDiscrete(Orv::Math::Vector3::Comp comp, size_t i) const
 {
     const AxisLookup found = lookup(comp, i);
     const KelChartAxisPairScale* axisPair = found.pair;
@@ -132,21 +133,21 @@ void KelChartPerVariableScaling::flagVariables()
         _validFlags.push_back(axesFoundAndValid(i));
 }
 
-KelChartPerVariableScaling::AxisLookup KelChartPerVariableScaling::lookup(Comp comp, size_t i) const
+KelChartPerVariableScaling::AxisLookup KelChartPerVariableScaling::lookup(Vector3::Comp comp, size_t i) const
 {
     const KelChartVariable& var = variable(i).variable();
     switch (comp) {
-    case Comp::X:
+    case Vector3::Comp::X:
         return {_xPair, var.xAxis.get()};
-    case Comp::Y:
+    case Vector3::Comp::Y:
         return {_yPair, var.yAxis.get()};
-    case Comp::Z:
+    case Vector3::Comp::Z:
         return {_zPair, var.zAxis.get()};
     }
     return {nullptr, QString()};
 }
 
-const KelChartAxisScale* KelChartPerVariableScaling::findAxis(Comp comp, size_t i) const
+const KelChartAxisScale* KelChartPerVariableScaling::findAxis(Vector3::Comp comp, size_t i) const
 {
     const AxisLookup found = lookup(comp, i);
     return found.pair ? found.pair->find(found.name) : nullptr;
@@ -156,8 +157,8 @@ bool KelChartPerVariableScaling::axesFoundAndValid(size_t i) const
 {
     if (!variable(i).valid())
         return false;
-    return usable(findAxis(Comp::X, i)) && usable(findAxis(Comp::Y, i))
-        && (!_zPair || usable(findAxis(Comp::Z, i)));
+    return usable(findAxis(Vector3::Comp::X, i)) && usable(findAxis(Vector3::Comp::Y, i))
+        && (!_zPair || usable(findAxis(Vector3::Comp::Z, i)));
 }
 
 // The axis ranges mapped onto the cube, after the data were turned round

@@ -5,9 +5,10 @@
 #include "OrvDebug.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
-#include <numeric>
+#include <optional>
 
 namespace {
 
@@ -26,82 +27,200 @@ struct RunningMinimum {
     }
 };
 
-// Lowest and highest non-NaN value of an array, narrowed to float as the box
-// keeps them; NaN when there is none, which the box ignores.
-std::pair<float, float> extent(const std::vector<double>& values)
-{
+// Lowest and highest non-NaN value added, narrowed to float as the box keeps
+// them; NaN when there is none, which the box ignores. Growing the box once
+// from these gives what inserting every point would, at a fraction of the cost.
+struct Extent {
     double lo = positiveInfinity;
     double hi = -positiveInfinity;
-    for (const double v : values) {
+    void add(double v)
+    {
         lo = v < lo ? v : lo;
         hi = v > hi ? v : hi;
     }
-    if (lo > hi)
-        return {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::quiet_NaN()};
-    return {static_cast<float>(lo), static_cast<float>(hi)};
-}
-
-template <class T>
-std::vector<T> gather(const std::vector<T>& values, const std::vector<size_t>& order)
-{
-    std::vector<T> result(order.size());
-    for (size_t i = 0; i < order.size(); ++i)
-        result[i] = values[order[i]];
-    return result;
-}
-
-std::vector<size_t> stableOrderOf(const std::vector<double>& x)
-{
-    std::vector<std::uint64_t> keys(x.size());
-    std::transform(x.begin(), x.end(), keys.begin(), KelStableOrder::key);
-    if (x.size() <= std::numeric_limits<std::uint32_t>::max()) {
-        const auto narrow = KelStableOrder::byKey<std::uint32_t>(std::move(keys));
-        return std::vector<size_t>(narrow.begin(), narrow.end());
-    }
-    return KelStableOrder::byKey<size_t>(std::move(keys));
-}
+    float low() const { return lo > hi ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(lo); }
+    float high() const { return lo > hi ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(hi); }
+};
 
 } // namespace
 
-// The items as read from the iterator, in iteration order.
-struct KelChartVariableCache::Collected {
-    explicit Collected(size_t expected, bool checkOrder)
-        : checkOrder(checkOrder)
+// One item as read: both components and whether each is undefined.
+struct KelChartVariableCache::Item {
+    double x;
+    double y;
+    bool xUndefined;
+    bool yUndefined;
+};
+
+// The smallest defined x and y of all items, taken in iteration order.
+struct KelChartVariableCache::Minima {
+    RunningMinimum x;
+    RunningMinimum y;
+    void add(const Item& item)
     {
-        x.reserve(expected);
-        y.reserve(expected);
+        if (!item.xUndefined)
+            x.add(item.x);
+        if (!item.yUndefined)
+            y.add(item.y);
+    }
+};
+
+// The items as read, in iteration order, kept for sorting. x and y share one
+// record, so that taking the items in sorted order costs one memory access
+// per item rather than two.
+struct KelChartVariableCache::Collected {
+    struct Point {
+        double x;
+        double y;
+    };
+
+    explicit Collected(size_t expected)
+    {
+        points.reserve(expected);
         undefined.reserve(expected);
     }
 
-    void add(double xValue, bool xUndefined, double yValue, bool yUndefined)
+    bool operator()(const Item& item)
     {
-        x.push_back(xValue);
-        y.push_back(yValue);
-        undefined.push_back(static_cast<unsigned char>((xUndefined ? xUndefinedBit : 0) |
-                                                       (yUndefined ? yUndefinedBit : 0)));
-        anyUndefined = anyUndefined || xUndefined || yUndefined;
-        if (!xUndefined)
-            minX.add(xValue);
-        if (!yUndefined)
-            minY.add(yValue);
-        if (checkOrder) {
-            const std::uint64_t key = KelStableOrder::key(xValue);
-            ascending = ascending && key >= previousKey;
-            previousKey = key;
-        }
+        points.push_back({item.x, item.y});
+        undefined.push_back(static_cast<unsigned char>((item.xUndefined ? xUndefinedBit : 0) |
+                                                       (item.yUndefined ? yUndefinedBit : 0)));
+        return true;
     }
 
-    size_t size() const { return x.size(); }
+    Item operator[](size_t i) const
+    {
+        return {points[i].x, points[i].y, (undefined[i] & xUndefinedBit) != 0, (undefined[i] & yUndefinedBit) != 0};
+    }
 
-    std::vector<double> x;
-    std::vector<double> y;
+    size_t size() const { return points.size(); }
+
+    std::vector<Point> points;
     std::vector<unsigned char> undefined;
-    RunningMinimum minX;
-    RunningMinimum minY;
-    bool anyUndefined = false;
-    bool checkOrder;
-    bool ascending = true;
-    std::uint64_t previousKey = 0;
+};
+
+// Puts items, in drawing order, into the cache's arrays, each by its case.
+// What depends on the smallest defined x or y is known only once every item
+// was read: `finish` completes it.
+class KelChartVariableCache::Placement {
+public:
+    Placement(KelChartVariableCache& cache, bool positional)
+        : m_cache(cache)
+        , m_positional(positional)
+    {
+    }
+
+    void reserve(size_t expected)
+    {
+        m_cache.m_index.reserve(expected);
+        m_cache.m_x.reserve(expected);
+        m_cache.m_y.reserve(expected);
+    }
+
+    // `index` is the item's position in iteration order. Kept small, so that
+    // the usual case inlines into the reading loops.
+    void place(const Item& item, size_t index)
+    {
+        m_cache.m_index.push_back(index);
+        if (!item.xUndefined && !item.yUndefined)
+            addPoint(m_positional ? static_cast<double>(m_count) : item.x, item.y);
+        else
+            placeUndefined(item);
+        ++m_count;
+    }
+
+    size_t count() const { return m_count; }
+
+    void finish(const Minima& minima, const KelChartVariable& variable)
+    {
+        if (m_xNeedsMinimum)
+            m_xs.add(minima.x.value);
+        if (m_yNeedsMinimum)
+            m_ys.add(minima.y.value);
+        // Undefined scalar items hold their position in yUndef, exactly.
+        if (m_cache.m_scalar)
+            for (const double position : m_cache.m_yUndef)
+                m_cache.m_y[static_cast<size_t>(position)] = minima.y.value;
+        if (m_boxed) {
+            m_cache.m_bounds.insert(m_xs.low(), m_ys.low(), 0.0f);
+            m_cache.m_bounds.insert(m_xs.high(), m_ys.high(), 0.0f);
+        }
+        for (size_t i = 0; i < m_completelyUndefined; ++i)
+            reportUndefined(variable);
+    }
+
+private:
+    void placeUndefined(const Item& item);
+
+    void addPoint(double x, double y)
+    {
+        m_cache.m_x.push_back(x);
+        m_cache.m_y.push_back(y);
+        m_xs.add(x);
+        m_ys.add(y);
+        m_boxed = true;
+    }
+
+    KelChartVariableCache& m_cache;
+    const bool m_positional;
+    size_t m_count = 0;
+    Extent m_xs;
+    Extent m_ys;
+    bool m_boxed = false;
+    bool m_xNeedsMinimum = false;
+    bool m_yNeedsMinimum = false;
+    size_t m_completelyUndefined = 0;
+};
+
+void KelChartVariableCache::Placement::placeUndefined(const Item& item)
+{
+    const double position = static_cast<double>(m_count);
+    if (m_cache.m_scalar) {
+        // Drawn at the smallest defined y; the x of every scalar item is 0.
+        m_cache.m_x.push_back(0.0);
+        m_cache.m_y.push_back(0.0);
+        m_cache.m_yUndef.push_back(position);
+        m_xs.add(0.0);
+        m_yNeedsMinimum = m_boxed = true;
+    } else if (m_positional) {
+        m_cache.m_x.push_back(position);
+        m_cache.m_y.push_back(item.yUndefined ? 0.0 : item.y);
+        if (item.xUndefined)
+            m_cache.m_xUndef.push_back(item.y);
+        if (item.yUndefined)
+            m_cache.m_yUndef.push_back(position);
+    } else if (!item.yUndefined) {
+        m_cache.m_xUndef.push_back(item.y);
+        m_ys.add(item.y);
+        m_xNeedsMinimum = m_boxed = true;
+    } else if (!item.xUndefined) {
+        m_cache.m_yUndef.push_back(item.x);
+        m_xs.add(item.x);
+        m_yNeedsMinimum = m_boxed = true;
+    } else {
+        ++m_completelyUndefined;
+    }
+}
+
+// Places the items as they are read. When sorting, only while x ascends in
+// the sort's order (NaN after everything): it refuses the first item whose x
+// lies below its predecessor's.
+struct KelChartVariableCache::InOrder {
+    bool operator()(const Item& item)
+    {
+        if (sort) {
+            const bool descends = std::isnan(previousX) ? !std::isnan(item.x) : item.x < previousX;
+            if (descends)
+                return false;
+            previousX = item.x;
+        }
+        placement.place(item, placement.count());
+        return true;
+    }
+
+    Placement& placement;
+    const bool sort;
+    double previousX = -positiveInfinity;
 };
 
 KelChartVariableCache::KelChartVariableCache()
@@ -130,23 +249,37 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
     // Iterating moves the iterator's position, which is not part of the variable's value.
     auto& iter = const_cast<KelVariableIter&>(variable.variableiter);
     iter.reset();
-    Collected items(iter.size(), sort);
-    if (iter.hasDimension(2))
-        collectVectors(iter, items, trace);
-    else if (iter.hasDimension(1))
-        collectScalars(iter, items, trace);
-
-    trace.buffer() << "\tsize : " << items.size();
-    trace << std::endl;
-    if (items.size() == 0)
-        return;
-
-    const std::vector<size_t> order = sort && !items.ascending ? stableOrderOf(items.x) : std::vector<size_t>();
+    m_scalar = !iter.hasDimension(2) && iter.hasDimension(1);
     const bool positional = positionAxes.contains(variable.xAxis.get());
-    if (!items.anyUndefined && !positional)
-        fillDefined(items, order);
-    else
-        fillByCase(variable, items, order, positional);
+
+    // Items go straight to their place as they are read, unless sorting finds
+    // an x below its predecessor: then everything is read again and sorted.
+    // A trace shows each item as read, once: traced sorting reads for sorting.
+    Minima minima;
+    std::optional<Placement> placement;
+    if (!sort || !trace.enabled()) {
+        placement.emplace(*this, positional);
+        placement->reserve(iter.size());
+        InOrder inOrder{*placement, sort};
+        if (!read(iter, inOrder, minima, trace)) {
+            placement.reset();
+            releaseArrays();
+            minima = Minima();
+            iter.reset();
+        }
+    }
+    if (!placement) {
+        Collected items(iter.size());
+        read(iter, items, minima, trace);
+        placement.emplace(*this, positional);
+        placeSorted(items, *placement);
+    }
+
+    trace.buffer() << "\tsize : " << placement->count();
+    trace << std::endl;
+    if (placement->count() == 0)
+        return;
+    placement->finish(minima, variable);
 
     m_valid = (!m_x.empty() && m_x.size() == m_y.size()) || !m_xUndef.empty() || !m_yUndef.empty();
     trace.buffer() << "\tvalid = " << m_valid;
@@ -159,7 +292,19 @@ KelChartVariableCache& KelChartVariableCache::operator=(const KelChartVariableCa
 KelChartVariableCache& KelChartVariableCache::operator=(KelChartVariableCache&& other) noexcept = default;
 KelChartVariableCache::~KelChartVariableCache() = default;
 
-void KelChartVariableCache::collectVectors(KelVariableIter& iter, Collected& items, orvdebug::dbgostream& trace)
+template <class Take>
+bool KelChartVariableCache::read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace)
+{
+    if (iter.hasDimension(2))
+        return readVectors(iter, take, minima, trace);
+    if (iter.hasDimension(1))
+        return readScalars(iter, take, minima, trace);
+    return true;
+}
+
+template <class Take>
+bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minima& minima,
+                                        orvdebug::dbgostream& trace)
 {
     const bool tracing = trace.enabled();
     if (tracing) {
@@ -171,18 +316,21 @@ void KelChartVariableCache::collectVectors(KelVariableIter& iter, Collected& ite
         iter.vector2Value(v);
         bool fx = false, fy = false, fz = false;
         iter.undefinedFlags(fx, fy, fz);
-        fx = fx || v.x() == positiveInfinity;
-        fy = fy || v.y() == positiveInfinity;
-        items.add(v.x(), fx, v.y(), fy);
+        const Item item{v.x(), v.y(), fx || v.x() == positiveInfinity, fy || v.y() == positiveInfinity};
+        minima.add(item);
         if (tracing)
-            trace.buffer() << "\t\tvalue = {" << v.x() << ", " << v.y() << "}, undef = {" << fx << ", " << fy
-                           << "}, min = {" << items.minX.value << ", " << items.minY.value << "}\n";
+            trace.buffer() << "\t\tvalue = {" << v.x() << ", " << v.y() << "}, undef = {" << item.xUndefined << ", "
+                           << item.yUndefined << "}, min = {" << minima.x.value << ", " << minima.y.value << "}\n";
+        if (!take(item))
+            return false;
     }
+    return true;
 }
 
-void KelChartVariableCache::collectScalars(KelVariableIter& iter, Collected& items, orvdebug::dbgostream& trace)
+template <class Take>
+bool KelChartVariableCache::readScalars(KelVariableIter& iter, Take& take, Minima& minima,
+                                        orvdebug::dbgostream& trace)
 {
-    m_scalar = true;
     const bool tracing = trace.enabled();
     if (tracing) {
         trace.buffer() << "\tscalar";
@@ -192,80 +340,48 @@ void KelChartVariableCache::collectScalars(KelVariableIter& iter, Collected& ite
         const double d = iter.scalarValue();
         bool f = false, unused = false;
         iter.undefinedFlags(f, unused, unused);
-        f = f || d == positiveInfinity;
-        items.add(0.0, false, d, f);
+        const Item item{0.0, d, false, f || d == positiveInfinity};
+        minima.add(item);
         if (tracing)
-            trace.buffer() << "\t\tvalue = " << d << ", undef = " << f << ", minY : " << items.minY.value << "\n";
+            trace.buffer() << "\t\tvalue = " << d << ", undef = " << item.yUndefined
+                           << ", minY : " << minima.y.value << "\n";
+        if (!take(item))
+            return false;
     }
+    return true;
 }
 
-// Every item defined and x taken as it is: the arrays are the items, in order.
-void KelChartVariableCache::fillDefined(Collected& items, const std::vector<size_t>& order)
+void KelChartVariableCache::placeSorted(const Collected& items, Placement& placement)
 {
-    if (order.empty()) {
-        m_x = std::move(items.x);
-        m_y = std::move(items.y);
-        m_index.resize(m_x.size());
-        std::iota(m_index.begin(), m_index.end(), size_t(0));
-    } else {
-        m_x = gather(items.x, order);
-        std::vector<double>().swap(items.x);
-        m_y = gather(items.y, order);
-        m_index = order;
-    }
-    const auto [xLo, xHi] = extent(m_x);
-    const auto [yLo, yHi] = extent(m_y);
-    m_bounds.insert(xLo, yLo, 0.0f);
-    m_bounds.insert(xHi, yHi, 0.0f);
-}
-
-// Items with undefined components, or positional x: each item by its case.
-void KelChartVariableCache::fillByCase(const KelChartVariable& variable, const Collected& items,
-                                       const std::vector<size_t>& order, bool positional)
-{
-    const size_t n = items.size();
-    m_index.reserve(n);
-    m_x.reserve(n);
-    m_y.reserve(n);
-    const double minX = items.minX.value;
-    const double minY = items.minY.value;
-    for (size_t i = 0; i < n; ++i) {
-        const size_t r = order.empty() ? i : order[i];
-        const double position = static_cast<double>(i);
-        const bool xUndefined = items.undefined[r] & xUndefinedBit;
-        const bool yUndefined = items.undefined[r] & yUndefinedBit;
-        m_index.push_back(r);
-        if (!xUndefined && !yUndefined) {
-            appendPoint(positional ? position : items.x[r], items.y[r]);
-        } else if (m_scalar) {
-            m_x.push_back(minX);
-            m_y.push_back(minY);
-            m_yUndef.push_back(position);
-            m_bounds.insert(0.0f, static_cast<float>(minY), 0.0f);
-        } else if (positional) {
-            m_x.push_back(position);
-            m_y.push_back(yUndefined ? 0.0 : items.y[r]);
-            if (xUndefined)
-                m_xUndef.push_back(items.y[r]);
-            if (yUndefined)
-                m_yUndef.push_back(position);
-        } else if (!yUndefined) {
-            m_xUndef.push_back(items.y[r]);
-            m_bounds.insert(static_cast<float>(minX), static_cast<float>(items.y[r]), 0.0f);
-        } else if (!xUndefined) {
-            m_yUndef.push_back(items.x[r]);
-            m_bounds.insert(static_cast<float>(items.x[r]), static_cast<float>(minY), 0.0f);
-        } else {
-            reportUndefined(variable);
+    std::vector<std::uint64_t> keys(items.size());
+    std::transform(items.points.begin(), items.points.end(), keys.begin(),
+                   [](const Collected::Point& p) { return KelStableOrder::key(p.x); });
+    // The arrays are reserved only once the sort has freed its memory. The
+    // points are read in random order: asking for those a few places ahead
+    // keeps several memory accesses in flight.
+    const auto placeAll = [&](const auto& order) {
+        constexpr size_t ahead = 16;
+        placement.reserve(order.size());
+        for (size_t i = 0; i < order.size(); ++i) {
+            if (i + ahead < order.size())
+                __builtin_prefetch(&items.points[order[i + ahead]]);
+            placement.place(items[order[i]], order[i]);
         }
-    }
+    };
+    // 32-bit positions where they suffice: they halve what the sort moves.
+    if (items.size() <= std::numeric_limits<std::uint32_t>::max())
+        placeAll(KelStableOrder::byKey<std::uint32_t>(std::move(keys)));
+    else
+        placeAll(KelStableOrder::byKey<size_t>(std::move(keys)));
 }
 
-void KelChartVariableCache::appendPoint(double x, double y)
+void KelChartVariableCache::releaseArrays()
 {
-    m_x.push_back(x);
-    m_y.push_back(y);
-    m_bounds.insert(static_cast<float>(x), static_cast<float>(y), 0.0f);
+    std::vector<double>().swap(m_x);
+    std::vector<double>().swap(m_y);
+    std::vector<size_t>().swap(m_index);
+    std::vector<double>().swap(m_xUndef);
+    std::vector<double>().swap(m_yUndef);
 }
 
 void KelChartVariableCache::reportUndefined(const KelChartVariable& variable)

@@ -49,13 +49,23 @@ public:
     double minXDelta() const;
 
 private:
+    struct Item;
+    struct Minima;
     struct Collected;
-    void collectVectors(KelVariableIter& iter, Collected& items, orvdebug::dbgostream& trace);
-    void collectScalars(KelVariableIter& iter, Collected& items, orvdebug::dbgostream& trace);
-    void fillDefined(Collected& items, const std::vector<size_t>& order);
-    void fillByCase(const KelChartVariable& variable, const Collected& items, const std::vector<size_t>& order,
-                    bool positional);
-    void appendPoint(double x, double y);
+    class Placement;
+    struct InOrder;
+
+    // Read the items in iteration order and hand each to `take` until it
+    // refuses one; give whether every item was taken.
+    template <class Take>
+    bool readVectors(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    template <class Take>
+    bool readScalars(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    template <class Take>
+    bool read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    // Places the items in ascending x order.
+    void placeSorted(const Collected& items, Placement& placement);
+    void releaseArrays();
     static void reportUndefined(const KelChartVariable& variable);
 
     const KelChartVariable* m_variable;

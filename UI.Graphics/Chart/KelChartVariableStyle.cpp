@@ -122,8 +122,8 @@ KelChartVariableStyle::~KelChartVariableStyle() = default;
 
 std::ostream& operator<<(std::ostream& os, const KelChartVariableStyle& style)
 {
-    // The labels line the colons up in one column; the first one is a blank
-    // short, which readers of existing dumps rely on.
+    // The labels line the colons up in one column, except the first, which is
+    // one blank shorter: the dump keeps its established layout.
     const std::pair<const char*, const KelPropertyAdaptorBase*> lines[] = {
         {"\tstyle             : ", &style.style},
         {"\tline               : ", &style.line},

@@ -22,7 +22,11 @@ inline std::uint64_t key(double value)
         value = 0.0;
     std::uint64_t bits;
     std::memcpy(&bits, &value, sizeof bits);
-    return (bits & sign) ? ~bits : (bits | sign);
+    // Positive values count up from the sign bit, negative ones down from it.
+    // Subtracting the magnitude rather than flipping every bit keeps trailing
+    // zero bits zero: values that came from floats have 29 of them, so the low
+    // digits of all keys agree and the sort skips those passes.
+    return (bits & sign) ? sign - (bits & ~sign) : (bits | sign);
 }
 
 // Positions 0..n-1 of `keys`, sorted by key; equal keys keep their order.

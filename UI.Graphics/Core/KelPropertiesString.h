@@ -18,7 +18,7 @@
 //   QColor    "#rrggbb" when opaque, "#aarrggbb" otherwise, "#aaaarrrrggggbbbb"
 //             when a channel is not a whole 8-bit value; "" is the invalid colour;
 //             reading also accepts Qt's colour names ("red"); a colour in
-//             another spec (HSV, CMYK) reads back as its RGB equivalent
+//             another colour model (HSV, CMYK) reads back as its RGB equivalent
 //   lists     entries joined by ", "; an entry is written in double quotes, with
 //             \" \\ \n \r \t escapes, when it is empty or holds a comma, quote,
 //             backslash, control character or outer blank. "" is the empty list,

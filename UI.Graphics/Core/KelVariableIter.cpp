@@ -20,11 +20,18 @@ void release(std::vector<T>& values)
     std::vector<T>().swap(values);
 }
 
+// Values <= 0 become NaN and undefined; NaN stays an ordinary NaN.
 template <class T>
-void takeLog10(std::vector<T>& values)
+void takeLog10(std::vector<T>& values, std::vector<bool>& undefined)
 {
-    for (T& value : values)
-        value = value > 0 ? std::log10(value) : std::numeric_limits<T>::quiet_NaN();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (values[i] <= 0) {
+            values[i] = std::numeric_limits<T>::quiet_NaN();
+            undefined[i] = true;
+        } else {
+            values[i] = std::log10(values[i]);
+        }
+    }
 }
 
 // Flags shorter than the data leave the remaining items defined.
@@ -170,21 +177,14 @@ void KelVariableIter::vector3Value(Orv::Math::Vector3& value)
 
 void KelVariableIter::undefinedFlags(bool& x, bool& y, bool&)
 {
-    if (undefined(0))
+    const std::size_t i = m_current;
+    if (i >= m_count) {
         x = true;
-    if (m_dimension == 2 && undefined(1))
-        y = true;
-}
-
-bool KelVariableIter::undefined(int component) const
-{
-    if (m_current >= m_count)
-        return true;
-    if (m_undefined[static_cast<std::size_t>(component)][m_current])
-        return true;
-    if (m_dimension == 1)
-        return std::isnan(m_scalarView[m_current]);
-    return std::isnan(component == 0 ? m_xView[m_current] : m_yView[m_current]);
+        y = y || m_dimension == 2;
+    } else {
+        x = x || (*m_undefinedView[0])[i];
+        y = y || (m_dimension == 2 && (*m_undefinedView[1])[i]);
+    }
 }
 
 bool KelVariableIter::hasDimension(int n)
@@ -281,17 +281,27 @@ void KelVariableIter::prepare()
 {
     for (Component& component : m_components)
         component.deliveredUnit = component.nativeUnit;
-    release(m_convertedScalars);
-    release(m_convertedXs);
-    release(m_convertedYs);
+    // The converted copies keep their memory from one preparation to the
+    // next: units change often on the same data, and allocating is slow.
     m_scalarView = nullptr;
     m_xView = nullptr;
     m_yView = nullptr;
+    m_undefinedView = {&m_undefined[0], &m_undefined[1]};
+    if (m_dimension != 1)
+        release(m_convertedScalars);
+    if (m_dimension != 2) {
+        release(m_convertedXs);
+        release(m_convertedYs);
+        release(m_logUndefined[1]);
+    }
+    if (m_dimension == 0)
+        release(m_logUndefined[0]);
+
     if (m_dimension == 1) {
-        m_scalarView = deliver(m_scalars, m_convertedScalars, m_components[0]);
+        m_scalarView = deliver(m_scalars, m_convertedScalars, 0);
     } else if (m_dimension == 2) {
-        m_xView = deliver(m_xs, m_convertedXs, m_components[0]);
-        m_yView = deliver(m_ys, m_convertedYs, m_components[1]);
+        m_xView = deliver(m_xs, m_convertedXs, 0);
+        m_yView = deliver(m_ys, m_convertedYs, 1);
     }
     m_count = m_size;
     m_prepared = true;
@@ -300,8 +310,9 @@ void KelVariableIter::prepare()
 // Gives the array to deliver for one component and records its unit: the
 // native array when nothing is to be done, else a converted copy.
 template <class T>
-const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& converted, Component& component)
+const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& converted, std::size_t index)
 {
+    Component& component = m_components[index];
     const QString target = targetUnit(component);
     bool isConverted = false;
     if (target != component.nativeUnit) {
@@ -313,10 +324,13 @@ const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& 
     if (!component.logarithmic) {
         if (!isConverted)
             release(converted);
+        release(m_logUndefined[index]);
         return isConverted ? converted.data() : native.data();
     }
     if (!isConverted)
         converted = native;
-    takeLog10(converted);
+    m_logUndefined[index] = m_undefined[index];
+    takeLog10(converted, m_logUndefined[index]);
+    m_undefinedView[index] = &m_logUndefined[index];
     return converted.data();
 }

@@ -10,9 +10,10 @@
 // for it. A chosen unit that the data replaced later can no longer reach is
 // kept but not used: the component falls back to its native unit.
 //
-// Logarithmic components are delivered as log10 of their (converted) values.
-// An item component is undefined when its flag says so or its delivered value
-// is NaN; log10 of a value <= 0 is NaN, so such values become undefined.
+// An item component is undefined when the host's flag says so; NaN and
+// infinite values are ordinary values here, for the caller to judge.
+// Logarithmic components are delivered as log10 of their (converted) values;
+// values <= 0 have no logarithm and are then reported undefined (as NaN).
 //
 // The delivered arrays are built in one pass, with one converter call per
 // component, when data, units or settings changed: lazily at the next
@@ -75,8 +76,7 @@ private:
     QString targetUnit(const Component& component) const;
     bool accepts(const Component& component, const QString& unit) const;
     template <class T>
-    const T* deliver(const std::vector<T>& native, std::vector<T>& converted, Component& component);
-    bool undefined(int component) const;
+    const T* deliver(const std::vector<T>& native, std::vector<T>& converted, std::size_t index);
 
     // Native data.
     int m_dimension = 0;
@@ -100,6 +100,10 @@ private:
     const double* m_scalarView = nullptr;
     const float* m_xView = nullptr;
     const float* m_yView = nullptr;
+    // The host's flags, or for logarithmic components those joined with the
+    // flags of values without logarithm.
+    std::array<std::vector<bool>, 2> m_logUndefined;
+    std::array<const std::vector<bool>*, 2> m_undefinedView = {nullptr, nullptr};
     std::size_t m_count = 0;
     std::size_t m_next = 0;
     std::size_t m_current = noItem;

@@ -30,9 +30,9 @@ void PrintTo(const ExpandCase& c, std::ostream* os)
     *os << "[" << c.min << ", " << c.max << "] by " << c.fraction;
 }
 
-class ExpandRangeTest : public ::testing::TestWithParam<ExpandCase> {};
+class KelChartAxisScaleExpandRangeTest : public ::testing::TestWithParam<ExpandCase> {};
 
-TEST_P(ExpandRangeTest, DoubleAndFloatAgree)
+TEST_P(KelChartAxisScaleExpandRangeTest, DoubleAndFloatAgree)
 {
     const ExpandCase c = GetParam();
     double dmin = c.min, dmax = c.max;
@@ -46,7 +46,7 @@ TEST_P(ExpandRangeTest, DoubleAndFloatAgree)
     EXPECT_FLOAT_EQ(fmax, float(c.expectedMax));
 }
 
-INSTANTIATE_TEST_SUITE_P(Ranges, ExpandRangeTest, ::testing::Values(
+INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleExpandRangeTest, ::testing::Values(
     ExpandCase{0, 10, 0.1, -1, 11},
     ExpandCase{5, 5, 0.3, 2.5, 7.5},                   // no width: half of max at each end
     ExpandCase{1, 3, 0, -0.5, 4.5},                    // fraction 0 behaves the same
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Ranges, ExpandRangeTest, ::testing::Values(
     ExpandCase{-3, -1, 0, -3.5, -0.5},
     ExpandCase{-largestFloat, -largestFloat, 0.1, -largestFloat, 0}));
 
-TEST(ExpandRange, NaNPassesThrough)
+TEST(KelChartAxisScaleExpandRange, NaNPassesThrough)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     double min = 0, max = nan;
@@ -70,7 +70,7 @@ TEST(ExpandRange, NaNPassesThrough)
     EXPECT_TRUE(std::isnan(min) && std::isnan(max));
 }
 
-TEST(ExpandRange, FloatWidensInFloat)
+TEST(KelChartAxisScaleExpandRange, FloatWidensInFloat)
 {
     // The width of [-FLT_MAX, FLT_MAX] overflows in float but not in double.
     float fmin = -float(largestFloat), fmax = float(largestFloat);
@@ -206,6 +206,8 @@ TEST_F(KelChartAxisScaleTest, VariablesWithoutDataDoNotCount)
 
 // ---- Continuous axes -------------------------------------------------------
 
+namespace {
+
 struct Series {
     bool onX;
     float lo, hi;
@@ -221,10 +223,12 @@ void PrintTo(const DataRangeCase& c, std::ostream* os)
     *os << "gives [" << c.lo << ", " << c.hi << "]";
 }
 
-class ContinuousDataRangeTest : public KelChartAxisScaleTest,
-                                public ::testing::WithParamInterface<DataRangeCase> {};
+class KelChartAxisScaleDataRangeTest : public KelChartAxisScaleTest,
+                                       public ::testing::WithParamInterface<DataRangeCase> {};
 
-TEST_P(ContinuousDataRangeTest, TicksCoverTheDataWithItsMargin)
+} // namespace
+
+TEST_P(KelChartAxisScaleDataRangeTest, TicksCoverTheDataWithItsMargin)
 {
     KelChartAxisContinuous& axis = continuousAxis();
     for (const Series& s : GetParam().series)
@@ -233,13 +237,21 @@ TEST_P(ContinuousDataRangeTest, TicksCoverTheDataWithItsMargin)
     expectTicksOver(scale, GetParam().lo, GetParam().hi);
 }
 
-INSTANTIATE_TEST_SUITE_P(Margins, ContinuousDataRangeTest, ::testing::Values(
+INSTANTIATE_TEST_SUITE_P(Margins, KelChartAxisScaleDataRangeTest, ::testing::Values(
     DataRangeCase{{{true, 0, 100}}, -2, 102},                  // 2% on x
     DataRangeCase{{{false, 0, 100}}, -5, 105},                 // 1/20 on y
     DataRangeCase{{{false, 5, 5}}, 2.5, 7.5},                  // flat y: 5% of nothing is half its value
     DataRangeCase{{{false, 0, 20}, {false, 10, 30}}, -1, 31},  // y widens each variable, not the union
     DataRangeCase{{{true, 0, 10}, {false, 20, 40}}, -0.82, 41.82}, // union [0, 41] widened by 2%
     DataRangeCase{{{true, -10, -10}}, -15, -5}));
+
+TEST_F(KelChartAxisScaleTest, VariableOnXAndYCountsAsX)
+{
+    KelChartAxisContinuous& axis = continuousAxis();
+    addVariable(axis.name(), axis.name(), {0, 100}, {500, 600});
+    KelChartAxisScale scale = updated(axis);
+    expectTicksOver(scale, -2, 102);
+}
 
 TEST_F(KelChartAxisScaleTest, FixedRangeWinsOverData)
 {
@@ -279,68 +291,55 @@ TEST_F(KelChartAxisScaleTest, NoDataOnXOrYLeavesAnInvalidEmptyScale)
 
 // ---- Discrete axes ---------------------------------------------------------
 
+namespace {
+
 struct Category {
     double value;
     const char* label;
     double percentage;
 };
-
-void expectCategories(KelChartAxisScale& scale, const std::vector<Category>& categories)
+struct DiscreteCase {
+    float dataEnd;       // the data's x run from 0 to this
+    int fixedMin, fixedMax; // a fixed range, when they differ
+    double min, max;
+    std::vector<Category> entries;
+};
+void PrintTo(const DiscreteCase& c, std::ostream* os)
 {
+    *os << "x[0, " << c.dataEnd << "] fixed [" << c.fixedMin << ", " << c.fixedMax << ")";
+}
+
+class KelChartAxisScaleDiscreteTest : public KelChartAxisScaleTest,
+                                      public ::testing::WithParamInterface<DiscreteCase> {};
+
+} // namespace
+
+TEST_P(KelChartAxisScaleDiscreteTest, LabelsThenFillersAtSlotCentres)
+{
+    const DiscreteCase& c = GetParam();
+    KelChartAxisDiscrete& axis = discreteAxis();
+    addOn(axis, true, 0, c.dataEnd);
+    axis.autoScale.set(c.fixedMin == c.fixedMax);
+    axis.min.set(c.fixedMin);
+    axis.max.set(c.fixedMax);
+    KelChartAxisScale scale = updated(axis);
     EXPECT_TRUE(scale.discrete());
     EXPECT_EQ(scale.factor(), 1.0);
-    for (unsigned int i = 0; i < categories.size(); ++i) {
-        EXPECT_EQ(scale.value(i), categories[i].value) << i;
-        EXPECT_EQ(scale.label(i), categories[i].label) << i;
-        EXPECT_NEAR(scale.percentage(i), categories[i].percentage, 1e-6) << i;
+    EXPECT_EQ(scale.min(), c.min);
+    EXPECT_EQ(scale.max(), c.max);
+    ASSERT_EQ(scale.size(), unsigned(c.max - c.min));
+    for (unsigned int i = 0; i < c.entries.size(); ++i) {
+        EXPECT_EQ(scale.value(i), c.entries[i].value) << i;
+        EXPECT_EQ(scale.label(i), c.entries[i].label) << i;
+        EXPECT_NEAR(scale.percentage(i), c.entries[i].percentage, 1e-6) << i;
     }
 }
 
-TEST_F(KelChartAxisScaleTest, DiscreteLabelsThenFillersAtSlotCentres)
-{
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, true, 0, 4);
-    KelChartAxisScale scale = updated(axis);
-    EXPECT_EQ(scale.min(), 0.0);
-    EXPECT_EQ(scale.max(), 5.0);
-    ASSERT_EQ(scale.size(), 5u);
-    expectCategories(scale, {{0, "red", 0.1}, {1, "green", 0.3}, {2, "blue", 0.5}, {3, "", 0.7}, {4, "", 0.9}});
-}
-
-TEST_F(KelChartAxisScaleTest, DiscreteFixedRangeSkipsLabels)
-{
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, true, 0, 4);
-    axis.autoScale.set(false);
-    axis.min.set(1);
-    axis.max.set(3);
-    KelChartAxisScale scale = updated(axis);
-    EXPECT_EQ(scale.min(), 1.0);
-    EXPECT_EQ(scale.max(), 3.0);
-    ASSERT_EQ(scale.size(), 2u);
-    expectCategories(scale, {{1, "green", 0.25}, {2, "blue", 0.75}});
-}
-
-TEST_F(KelChartAxisScaleTest, DiscreteFixedRangeOutsideTheDataIsIgnored)
-{
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, true, 0, 4);
-    axis.autoScale.set(false);
-    axis.min.set(7);
-    axis.max.set(9);
-    KelChartAxisScale scale = updated(axis);
-    EXPECT_EQ(scale.min(), 0.0);
-    EXPECT_EQ(scale.max(), 5.0);
-}
-
-TEST_F(KelChartAxisScaleTest, DiscreteTakesEveryLabelBeyondTheRange)
-{
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, true, 0, 1);
-    KelChartAxisScale scale = updated(axis);
-    ASSERT_EQ(scale.size(), 2u);
-    expectCategories(scale, {{0, "red", 0.25}, {1, "green", 0.75}, {2, "blue", 1.25}});
-}
+INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleDiscreteTest, ::testing::Values(
+    DiscreteCase{4, 0, 0, 0, 5, {{0, "red", 0.1}, {1, "green", 0.3}, {2, "blue", 0.5}, {3, "", 0.7}, {4, "", 0.9}}},
+    DiscreteCase{4, 1, 3, 1, 3, {{1, "green", 0.25}, {2, "blue", 0.75}}}, // "red" skipped, no filler
+    DiscreteCase{4, 7, 9, 0, 5, {{0, "red", 0.1}}},                       // beyond the data: ignored
+    DiscreteCase{1, 0, 0, 0, 2, {{0, "red", 0.25}, {1, "green", 0.75}, {2, "blue", 1.25}}})); // every label is taken
 
 TEST_F(KelChartAxisScaleTest, DiscreteAxisOnlyOnYIsInvalid)
 {
@@ -362,6 +361,8 @@ TEST_F(KelChartAxisScaleTest, PlainAxisGetsAnInvalidScale)
 
 // ---- Base line -------------------------------------------------------------
 
+namespace {
+
 struct BaseLineCase {
     double min, max, baseLine;
 };
@@ -370,9 +371,11 @@ void PrintTo(const BaseLineCase& c, std::ostream* os)
     *os << "[" << c.min << ", " << c.max << "]";
 }
 
-class BaseLineTest : public KelChartAxisScaleTest, public ::testing::WithParamInterface<BaseLineCase> {};
+class KelChartAxisScaleBaseLineTest : public KelChartAxisScaleTest, public ::testing::WithParamInterface<BaseLineCase> {};
 
-TEST_P(BaseLineTest, IsTheValueNearestToZero)
+} // namespace
+
+TEST_P(KelChartAxisScaleBaseLineTest, IsTheValueNearestToZero)
 {
     KelChartAxisContinuous& axis = continuousAxis();
     addOn(axis, true, 0, 1);
@@ -385,5 +388,5 @@ TEST_P(BaseLineTest, IsTheValueNearestToZero)
     EXPECT_EQ(scale.baseLine(), GetParam().baseLine);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ranges, BaseLineTest, ::testing::Values(
+INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleBaseLineTest, ::testing::Values(
     BaseLineCase{2, 8, 2}, BaseLineCase{-8, -2, -2}, BaseLineCase{-3, 5, 0}));

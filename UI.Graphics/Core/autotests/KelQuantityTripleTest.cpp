@@ -127,13 +127,3 @@ TEST_F(QuantityTriple, CopiesAndAssignmentCarryValuesAndUnits)
     EXPECT_EQ(target.x.name(), "x");
     EXPECT_EQ(copy.text().toStdString(), "1 [m], 2 [s], 3");
 }
-
-TEST_F(QuantityTriple, LivesAsAnOwnedChild)
-{
-    auto* owner = new KelProperties(group);
-    auto* child = new KelQuantityTriple(group);
-    ASSERT_TRUE(owner->insert(child, false));
-    child->reset(Vector3(1.0f, 0.0f, 0.0f), "m", "", "");
-    EXPECT_EQ(owner->at("quantity.1"), child);
-    delete owner;
-}

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cmath>
-#include <string>
 #include <vector>
 
 namespace {
@@ -21,28 +19,12 @@ void PrintTo(const Conversion& c, std::ostream* os)
     *os << c.value << ' ' << c.from << " to " << c.to;
 }
 
-// "km/h" to "m/s" becomes "km_h_to_m_s": test names must be plain identifiers.
-std::string conversionName(const testing::TestParamInfo<Conversion>& info)
-{
-    std::string name = std::string(info.param.from) + "_to_" + info.param.to;
-    for (char& c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c)))
-            c = '_';
-    }
-    return name + "_" + std::to_string(info.index);
-}
-
 class UnitsConversion : public testing::TestWithParam<Conversion> {
 protected:
     KelUnitsConverter converter;
 };
 
 } // namespace
-
-TEST(UnitsConverter, DatabaseLoads)
-{
-    EXPECT_TRUE(KelUnitsConverter::databaseAvailable());
-}
 
 TEST_P(UnitsConversion, ConvertsExactly)
 {
@@ -60,8 +42,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Conversion{"degC", "K", 0.0, 273.15}, Conversion{"°C", "degF", 0.0, 32.0},
                     Conversion{"km/h", "m/s", 36.0, 10.0}, Conversion{"kg m-3", "g/cm3", 1000.0, 1.0},
                     Conversion{"psi", "Pa", 1.0, 6894.757293168361}, Conversion{"mm", "m", 2.5, 0.0025},
-                    Conversion{" km ", "m", 1.0, 1000.0}),
-    conversionName);
+                    Conversion{" km ", "m", 1.0, 1000.0}));
 
 TEST(UnitsConverter, EmptyOrEqualUnitsAreTheIdentity)
 {
@@ -91,6 +72,8 @@ TEST(UnitsConverter, RefusesOtherDimensionsAndUnknownTextsWithoutTouchingValues)
         EXPECT_EQ(values, (std::vector<double>{1.0, 2.0}));
         EXPECT_EQ(floats, (std::vector<float>{1.0f, 2.0f}));
     }
+    EXPECT_FALSE(converter.isUnit("blorp"));
+    EXPECT_TRUE(converter.isUnit("kg m-3"));
 }
 
 TEST(UnitsConverter, ConvertsArraysInOneCall)
@@ -151,13 +134,4 @@ TEST(UnitsConverter, PreferredUnitIsTheFirstOfTheSameDimension)
     EXPECT_EQ(converter.preferredUnit("blorp"), "blorp");
     EXPECT_EQ(converter.preferredUnit(""), "");
     EXPECT_EQ(KelUnitsConverter().preferredUnit("mm"), "mm");
-}
-
-TEST(UnitsConverter, KnowsUnitTexts)
-{
-    const KelUnitsConverter converter;
-    EXPECT_TRUE(converter.isUnit("kg m-3"));
-    EXPECT_TRUE(converter.isUnit("degC"));
-    EXPECT_FALSE(converter.isUnit("blorp"));
-    EXPECT_FALSE(converter.isUnit(""));
 }

@@ -110,16 +110,20 @@ TEST_F(VariableIter, WalksPlanarItemsWithFlagsPerComponent)
     EXPECT_TRUE(items[1].yUndefined);
 }
 
-TEST_F(VariableIter, NanValuesAndMissingDataAreUndefined)
+TEST_F(VariableIter, OnlyFlagsMakeItemsUndefined)
 {
-    scalars.setScalarData({NAN, 4.0});
-    EXPECT_EQ(xUndefined(walk(scalars)), (std::vector<bool>{true, false}));
+    planar.setVector2Data({NAN, 1.0f}, {INFINITY, 2.0f}, {false, true});
+    const auto items = walk(planar);
+    EXPECT_TRUE(std::isnan(items[0].x));
+    EXPECT_FALSE(items[0].xUndefined || items[0].yUndefined);
+    EXPECT_TRUE(items[1].xUndefined);
+    EXPECT_FALSE(items[1].yUndefined);
 
-    scalars.clear();
-    EXPECT_EQ(scalars.size(), 0u);
-    EXPECT_FALSE(scalars.hasDimension(1));
-    EXPECT_TRUE(walk(scalars).empty());
-    EXPECT_TRUE(std::isnan(scalars.scalarValue()));
+    planar.clear();
+    EXPECT_EQ(planar.size(), 0u);
+    EXPECT_FALSE(planar.hasDimension(2));
+    EXPECT_TRUE(walk(planar).empty());
+    EXPECT_TRUE(std::isnan(planar.scalarValue()));
 }
 
 TEST_F(VariableIter, SetUnitsConvertsOrRefusesAllTogether)
@@ -171,16 +175,18 @@ TEST_F(VariableIter, UnitSystemFlagDeliversPreferredUnits)
 
 TEST_F(VariableIter, LogarithmicComponentsDeliverLog10)
 {
-    scalars.setScalarData({100.0, 0.0, -1.0, 0.001});
+    scalars.setScalarData({100.0, 0.0, -1.0, 0.001, 10.0}, {false, false, false, false, true});
     scalars.setLogarithmic(true, false, true);
     bool x = false, y = true, z = false;
     scalars.logarithmic(x, y, z);
     EXPECT_TRUE(x && !y && z);
 
     const auto items = walk(scalars);
-    EXPECT_EQ(xUndefined(items), (std::vector<bool>{false, true, true, false}));
+    EXPECT_EQ(xUndefined(items), (std::vector<bool>{false, true, true, false, true}));
     EXPECT_FLOAT_EQ(items[0].x, 2.0f);
     EXPECT_FLOAT_EQ(items[3].x, -3.0f);
+    scalars.setLogarithmic(false, false, false);
+    EXPECT_EQ(xUndefined(walk(scalars)), (std::vector<bool>{false, false, false, false, true}));
 
     planar.setLogarithmic(true, false, false);
     EXPECT_TRUE(planar.setUnits("m", "", ""));
