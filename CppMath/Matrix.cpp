@@ -19,7 +19,7 @@ void mapAxisOntoUnitRange(Matrix& m, int axis, float lo, float hi)
     const auto offset = static_cast<float>(-(static_cast<double>(hi) + static_cast<double>(lo)) / width);
     const bool degenerate = !std::isfinite(scale) || !std::isfinite(offset);
     m(axis, axis) = degenerate ? 0.0f : scale;
-    m(axis, 3) = degenerate ? 0.0f : offset;
+    m(3, axis) = degenerate ? 0.0f : offset;
 }
 
 } // namespace
@@ -27,10 +27,10 @@ void mapAxisOntoUnitRange(Matrix& m, int axis, float lo, float hi)
 Matrix Matrix::orient(const Vector3& a, const Vector3& b, const Vector3& c)
 {
     Matrix m;
-    for (int row = 0; row < 3; ++row) {
-        m(row, 0) = a[row];
-        m(row, 1) = b[row];
-        m(row, 2) = c[row];
+    for (int column = 0; column < 3; ++column) {
+        m(0, column) = a[column];
+        m(1, column) = b[column];
+        m(2, column) = c[column];
     }
     return m;
 }
@@ -72,9 +72,9 @@ bool Matrix::operator==(const Matrix& o) const
 Vector3 Matrix::map(const Vector3& point) const
 {
     Vector3 mapped;
-    for (int row = 0; row < 3; ++row) {
-        mapped[row] = m_m[row][0] * point.x() + m_m[row][1] * point.y() + m_m[row][2] * point.z()
-                      + m_m[row][3];
+    for (int column = 0; column < 3; ++column) {
+        mapped[column] = point.x() * m_m[0][column] + point.y() * m_m[1][column] + point.z() * m_m[2][column]
+                         + m_m[3][column];
     }
     return mapped;
 }

@@ -5,8 +5,10 @@
 
 namespace Orv::Math {
 
-// A 4x4 float matrix acting on column vectors, stored row by row. (A * B) applied to a point
-// applies B first.
+// A 4x4 float matrix acting on row vectors (a point is mapped as p * M), stored row by row, so
+// (A * B) applied to a point applies A first: ortho(...) * orient(...) maps data into the cube and
+// then turns the cube, which keeps inverted axes inside it. Row by row storage of a row-vector
+// matrix is the memory layout OpenGL expects.
 class Matrix {
 public:
     // The identity.
@@ -15,7 +17,7 @@ public:
     static const Matrix Identity;
 
     // The rotation (or any linear map) that turns the x, y and z axes into the directions a, b
-    // and c: the columns are a, b, c.
+    // and c: the rows are a, b, c.
     static Matrix orient(const Vector3& a, const Vector3& b, const Vector3& c);
 
     // Maps the box [x0,x1] x [y0,y1] x [z0,z1] linearly onto the cube [-1,1]^3: x0 to -1, x1 to +1,
@@ -31,8 +33,8 @@ public:
     bool operator==(const Matrix& o) const;
     bool operator!=(const Matrix& o) const { return !(*this == o); }
 
-    // The point transformed with w = 1, as an affine map: the bottom row is not used, so there is
-    // no perspective division.
+    // The point (as a row, with w = 1) transformed as an affine map: the last column is not
+    // used, so there is no perspective division.
     Vector3 map(const Vector3& point) const;
 
 private:
