@@ -5,260 +5,143 @@
 
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 namespace {
 
-std::uint64_t bitsOf(double value)
-{
-    std::uint64_t bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
-// Writes `value` typed, reads it back through a copy of the store (so the
-// text is all that carries it) and returns what came back.
 template <class T>
-T roundTrip(const T& value, const T& defaultValue = T())
+bool same(const T& a, const T& b)
 {
-    KelPropertiesString store;
-    EXPECT_EQ(store.setValue("p", value), QString());
-    const KelPropertiesString copy = store;
-    T back = defaultValue;
-    EXPECT_EQ(copy.getValue("p", back, defaultValue), QString()) << "text: " << copy.getString("p");
-    return back;
+    return a == b;
 }
 
-} // namespace
-
-// --- Round trips ---------------------------------------------------------------
-
-class StoreDoubleRoundTrip : public testing::TestWithParam<double> {};
-
-TEST_P(StoreDoubleRoundTrip, KeepsEveryBit)
+// Bit for bit, except that a NaN keeps only its sign. (QColor compares all 16 bits of its channels.)
+bool same(double a, double b)
 {
-    EXPECT_EQ(bitsOf(roundTrip(GetParam(), 42.0)), bitsOf(GetParam()));
+    if (std::isnan(a) || std::isnan(b))
+        return std::isnan(a) && std::isnan(b) && std::signbit(a) == std::signbit(b);
+    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-INSTANTIATE_TEST_SUITE_P(Values, StoreDoubleRoundTrip,
-                         testing::Values(0.0, -0.0, 0.1, 1.0 / 3.0, -2.5e-8, 123456789.123456789, std::acos(-1.0),
-                                         std::numeric_limits<double>::max(),
-                                         std::numeric_limits<double>::lowest(),
-                                         std::numeric_limits<double>::min(),
-                                         std::numeric_limits<double>::denorm_min(),
-                                         std::numeric_limits<double>::infinity(),
-                                         -std::numeric_limits<double>::infinity()));
-
-TEST(StoreRoundTrip, NanKeepsItsSign)
-{
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_TRUE(std::isnan(roundTrip(nan)));
-    EXPECT_FALSE(std::signbit(roundTrip(std::copysign(nan, 1.0))));
-    EXPECT_TRUE(std::signbit(roundTrip(std::copysign(nan, -1.0))));
-}
-
-struct ColorCase {
-    QColor color;
+// A typed write with its stored text, a check that the value reads back from
+// a copy of the store (so the text is all that carries it), and a text that a
+// write by name must refuse for the entry's type.
+struct Entry {
     QString text;
-};
-
-void PrintTo(const ColorCase& colorCase, std::ostream* os)
-{
-    *os << '"' << colorCase.text << '"';
-}
-
-class StoreColorRoundTrip : public testing::TestWithParam<ColorCase> {};
-
-TEST_P(StoreColorRoundTrip, WritesDocumentedTextAndReadsItBack)
-{
-    KelPropertiesString store;
-    store.setValue("c", GetParam().color);
-    EXPECT_EQ(store.getString("c"), GetParam().text);
-    const QColor back = roundTrip(GetParam().color, QColor(Qt::green));
-    EXPECT_EQ(back, GetParam().color);
-    EXPECT_EQ(back.rgba64(), GetParam().color.rgba64());
-}
-
-INSTANTIATE_TEST_SUITE_P(Colors, StoreColorRoundTrip,
-                         testing::Values(ColorCase{QColor(255, 0, 16), "#ff0010"},
-                                         ColorCase{QColor(1, 2, 3, 4), "#04010203"},
-                                         ColorCase{QColor(0, 0, 0, 0), "#00000000"},
-                                         ColorCase{QColor::fromRgba64(0x1234, 0xffff, 0, 0xffff),
-                                                   "#ffff1234ffff0000"},
-                                         ColorCase{QColor::fromRgba64(0x1111, 0x2222, 0x3333, 0x8001),
-                                                   "#8001111122223333"},
-                                         ColorCase{QColor(), ""}));
-
-class StoreStringListRoundTrip : public testing::TestWithParam<QStringList> {};
-
-TEST_P(StoreStringListRoundTrip, KeepsEveryEntry)
-{
-    EXPECT_EQ(roundTrip(GetParam(), QStringList{"default"}), GetParam());
-}
-
-INSTANTIATE_TEST_SUITE_P(Lists, StoreStringListRoundTrip,
-                         testing::Values(QStringList{}, QStringList{""}, QStringList{"", ""},
-                                         QStringList{"a", "b c"}, QStringList{"a, b", "c,"},
-                                         QStringList{"say \"hi\"", "\""}, QStringList{"back\\slash", "\\n"},
-                                         QStringList{"line\nbreak", "cr\r", "tab\t", QString(QChar(1))},
-                                         QStringList{" padded ", "\u00a0nbsp"},
-                                         QStringList{QString::fromUtf8("\xc3\xbc\xe2\x82\xac"), "#ff0000"}));
-
-TEST(StoreRoundTrip, ScalarsAndScalarLists)
-{
-    EXPECT_EQ(roundTrip(true), true);
-    EXPECT_EQ(roundTrip(false, true), false);
-    EXPECT_EQ(roundTrip(std::numeric_limits<int>::min()), std::numeric_limits<int>::min());
-    EXPECT_EQ(roundTrip(std::numeric_limits<int>::max()), std::numeric_limits<int>::max());
-    EXPECT_EQ(roundTrip(std::numeric_limits<unsigned>::max()), std::numeric_limits<unsigned>::max());
-    EXPECT_EQ(roundTrip(QString("any, \"text\"\n")), QString("any, \"text\"\n"));
-    EXPECT_EQ(roundTrip(std::vector<int>{}, {7}), std::vector<int>{});
-    EXPECT_EQ(roundTrip(std::vector<int>{-1, 0, 65536}), (std::vector<int>{-1, 0, 65536}));
-    EXPECT_EQ(roundTrip(std::vector<bool>{true, false, true}), (std::vector<bool>{true, false, true}));
-    const std::vector<double> doubles{0.1, -0.0, 1e300, std::numeric_limits<double>::infinity()};
-    const std::vector<double> backDoubles = roundTrip(doubles);
-    ASSERT_EQ(backDoubles.size(), doubles.size());
-    for (std::size_t i = 0; i < doubles.size(); ++i)
-        EXPECT_EQ(bitsOf(backDoubles[i]), bitsOf(doubles[i]));
-    const QList<QColor> colors{QColor(Qt::red), QColor(), QColor(1, 2, 3, 4)};
-    EXPECT_EQ(roundTrip(colors), colors);
-    EXPECT_EQ(roundTrip(QList<QColor>{}, {QColor(Qt::red)}), QList<QColor>{});
-}
-
-TEST(StoreFormat, ListsAreCommaSeparatedAndQuotedOnlyWhenNeeded)
-{
-    KelPropertiesString store;
-    store.setValue("s", QStringList{"a", "b c", "", "x,y"});
-    EXPECT_EQ(store.getString("s"), "a, b c, \"\", \"x,y\"");
-    store.setValue("i", std::vector<int>{1, -2});
-    EXPECT_EQ(store.getString("i"), "1, -2");
-    store.setValue("b", std::vector<bool>{true, false});
-    EXPECT_EQ(store.getString("b"), "true, false");
-    store.setValue("d", 0.1);
-    EXPECT_EQ(store.getString("d"), "0.1");
-}
-
-// --- Reading text that was not written typed -----------------------------------
-
-TEST(StoreRead, UnparsableOrMissingTextGivesTheDefaultAndADiagnostic)
-{
-    KelPropertiesString store;
-    store.setValue("t", QString("abc"));
-    int i = 0;
-    EXPECT_FALSE(store.getValue("t", i, 7).isEmpty());
-    EXPECT_EQ(i, 7);
-    EXPECT_FALSE(store.getValue("missing", i, 9).isEmpty());
-    EXPECT_EQ(i, 9);
-    std::vector<double> list;
-    store.setValue("t", QString("1, \"2"));
-    EXPECT_FALSE(store.getValue("t", list, {5.0}).isEmpty());
-    EXPECT_EQ(list, std::vector<double>{5.0});
-    QColor color;
-    store.setValue("t", QString("nocolor"));
-    EXPECT_FALSE(store.getValue("t", color, QColor(Qt::blue)).isEmpty());
-    EXPECT_EQ(color, QColor(Qt::blue));
-}
-
-TEST(StoreRead, LenientForms)
-{
-    KelPropertiesString store;
-    store.setValue("t", QString(" 12 "));
-    int i = 0;
-    EXPECT_EQ(store.getValue("t", i, 0), QString());
-    EXPECT_EQ(i, 12);
-    store.setValue("t", QString("1"));
-    bool b = false;
-    EXPECT_EQ(store.getValue("t", b, false), QString());
-    EXPECT_TRUE(b);
-    store.setValue("t", QString("red, #80ff0000,\"\""));
-    QList<QColor> colors;
-    EXPECT_EQ(store.getValue("t", colors, {}), QString());
-    EXPECT_EQ(colors, (QList<QColor>{QColor(Qt::red), QColor(255, 0, 0, 128), QColor()}));
-}
-
-// --- Text writes by name to typed entries --------------------------------------
-
-struct RefusalCase {
-    const char* label;
-    void (*writeTyped)(KelPropertiesString&);
-    QString badText;
+    std::function<void(KelPropertiesString&)> write;
+    std::function<bool(const KelPropertiesString&)> readsBack;
+    QString refused;
     QString type;
 };
 
-void PrintTo(const RefusalCase& refusal, std::ostream* os)
+template <class T>
+Entry entry(const T& value, const char* text, const char* refused = nullptr, const char* type = nullptr)
 {
-    *os << refusal.type << " entry, text \"" << refusal.badText << '"';
+    return {QString::fromUtf8(text), [value](KelPropertiesString& store) { store.setValue("p", value); },
+            [value](const KelPropertiesString& store) {
+                T back{};
+                return store.getValue("p", back, T{}).isEmpty() && same(back, value);
+            },
+            QString::fromUtf8(refused), QString::fromUtf8(type)};
 }
 
-class StoreTextWriteRefusal : public testing::TestWithParam<RefusalCase> {};
-
-TEST_P(StoreTextWriteRefusal, KeepsValueAndRevisionAndSaysWhy)
+void PrintTo(const Entry& entry, std::ostream* os)
 {
+    *os << '"' << entry.text << '"';
+}
+
+class StoreEntry : public testing::TestWithParam<Entry> {};
+
+} // namespace
+
+TEST_P(StoreEntry, RoundTripsThroughItsTextAndRefusesTextOfAnotherForm)
+{
+    const Entry& e = GetParam();
     KelPropertiesString store;
-    GetParam().writeTyped(store);
-    const QString before = store.getString("p");
+    e.write(store);
+    EXPECT_EQ(store.getString("p"), e.text);
+    EXPECT_TRUE(e.readsBack(KelPropertiesString(store)));
+    EXPECT_EQ(store.setValue("p", e.text), QString()); // its own text is accepted by name
+    EXPECT_EQ(store.getString("p"), e.text);
+    if (e.refused.isNull())
+        return;
     const std::uint64_t revision = store.revision();
-    EXPECT_EQ(store.valueType("p"), GetParam().type);
-    EXPECT_EQ(store.setValue("p", GetParam().badText),
-              QString("cannot read \"%1\" as %2 for \"p\"").arg(GetParam().badText, GetParam().type));
-    EXPECT_EQ(store.getString("p"), before);
+    EXPECT_EQ(store.setValue("p", e.refused), QString("cannot read \"%1\" as %2 for \"p\"").arg(e.refused, e.type));
+    EXPECT_EQ(store.getString("p"), e.text);
     EXPECT_EQ(store.revision(), revision);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Types, StoreTextWriteRefusal,
-    testing::Values(
-        RefusalCase{"Double", [](KelPropertiesString& s) { s.setValue("p", 1.5); }, "abc", "double"},
-        RefusalCase{"DoubleOverflow", [](KelPropertiesString& s) { s.setValue("p", 1.5); }, "1e999", "double"},
-        RefusalCase{"Int", [](KelPropertiesString& s) { s.setValue("p", 3); }, "1.5", "int"},
-        RefusalCase{"IntOverflow", [](KelPropertiesString& s) { s.setValue("p", 3); }, "2147483648", "int"},
-        RefusalCase{"Unsigned", [](KelPropertiesString& s) { s.setValue("p", 3u); }, "-1", "unsigned"},
-        RefusalCase{"Bool", [](KelPropertiesString& s) { s.setValue("p", true); }, "yes", "bool"},
-        RefusalCase{"Color", [](KelPropertiesString& s) { s.setValue("p", QColor(Qt::red)); }, "#12", "color"},
-        RefusalCase{"StringList", [](KelPropertiesString& s) { s.setValue("p", QStringList{"a"}); },
-                    "\"open", "stringlist"},
-        RefusalCase{"StringListEmptyEntry", [](KelPropertiesString& s) { s.setValue("p", QStringList{"a"}); },
-                    "a,,b", "stringlist"},
-        RefusalCase{"IntList", [](KelPropertiesString& s) { s.setValue("p", std::vector<int>{1}); }, "1, x",
-                    "intlist"},
-        RefusalCase{"BoolList", [](KelPropertiesString& s) { s.setValue("p", std::vector<bool>{}); }, "true, 2",
-                    "boollist"}),
-    [](const testing::TestParamInfo<RefusalCase>& info) { return std::string(info.param.label); });
+using Limits = std::numeric_limits<double>;
+const double quietNan = Limits::quiet_NaN();
 
-TEST(StoreTextWrite, AcceptedTextIsStoredInTheTypesFormat)
+INSTANTIATE_TEST_SUITE_P(
+    Types, StoreEntry,
+    testing::Values(
+        entry(true, "true", "yes", "bool"), entry(false, "false"),
+        entry(std::numeric_limits<int>::min(), "-2147483648", "1.5", "int"),
+        entry(std::numeric_limits<int>::max(), "2147483647", "2147483648", "int"),
+        entry(std::numeric_limits<unsigned>::max(), "4294967295", "-1", "unsigned"),
+        entry(0.1, "0.1", "abc", "double"), entry(-0.0, "-0", "1e999", "double"),
+        entry(1.0 / 3.0, "0.3333333333333333"), entry(Limits::max(), "1.7976931348623157e+308"),
+        entry(Limits::denorm_min(), "5e-324"), entry(-Limits::infinity(), "-inf"), entry(quietNan, "nan"),
+        entry(-quietNan, "-nan"), entry(QString("any, \"text\"\n"), "any, \"text\"\n"),
+        entry(QColor(255, 0, 16), "#ff0010", "#12", "color"), entry(QColor(1, 2, 3, 4), "#04010203"),
+        entry(QColor::fromRgba64(0x1234, 0xffff, 0, 0xffff), "#ffff1234ffff0000"), entry(QColor(), ""),
+        entry(QStringList{}, ""), entry(QStringList{""}, "\"\"", "\"open", "stringlist"),
+        entry(QStringList{"a", "b c", "", "x,y"}, "a, b c, \"\", \"x,y\"", "a,,b", "stringlist"),
+        entry(QStringList{"say \"hi\"", "back\\slash", "line\nbreak\r\t", " padded "},
+              "\"say \\\"hi\\\"\", \"back\\\\slash\", \"line\\nbreak\\r\\t\", \" padded \""),
+        entry(QStringList{QString(QChar(1)), "\u00a0nbsp", QString::fromUtf8("\xc3\xbc\xe2\x82\xac")},
+              "\"\x01\", \"\u00a0nbsp\", \xc3\xbc\xe2\x82\xac"),
+        entry(QList<QColor>{Qt::red, QColor(), QColor(1, 2, 3, 4)}, "#ff0000, \"\", #04010203", "red, nocolor",
+              "colorlist"),
+        entry(std::vector<int>{-1, 0, 65536}, "-1, 0, 65536", "1, x", "intlist"), entry(std::vector<int>{}, ""),
+        entry(std::vector<double>{0.1, -0.0, 1e300, Limits::infinity()}, "0.1, -0, 1e+300, inf", "1, \"2",
+              "doublelist"),
+        entry(std::vector<bool>{true, false}, "true, false", "true, 2", "boollist")));
+
+TEST(StoreRead, AcceptsLenientFormsAndGivesTheDefaultForBadTextOrMissingNames)
+{
+    KelPropertiesString store;
+    store.setValue("i", QString(" 12 "));
+    store.setValue("b", QString("1"));
+    store.setValue("c", QString("red, #80ff0000,\"\""));
+    int i = 0;
+    bool b = false;
+    QList<QColor> colors;
+    EXPECT_TRUE(store.getValue("i", i, 0).isEmpty() && store.getValue("b", b, false).isEmpty());
+    EXPECT_EQ(store.getValue("c", colors, {}), QString());
+    EXPECT_TRUE(i == 12 && b);
+    EXPECT_EQ(colors, (QList<QColor>{QColor(Qt::red), QColor(255, 0, 0, 128), QColor()}));
+    EXPECT_EQ(store.getValue("c", i, 7), "cannot read \"red, #80ff0000,\"\"\" as int for \"c\"");
+    EXPECT_EQ(i, 7);
+    EXPECT_FALSE(store.getValue("missing", i, 9).isEmpty());
+    EXPECT_EQ(i, 9);
+}
+
+// Accepted text by name is stored in the type's format (untyped text as is),
+// in place: names keep the order in which they were first written.
+TEST(StoreEntries, KeepTheirOrderTheirUnitsAndTheTypesFormat)
 {
     KelPropertiesString store;
     store.setValue("d", 1.0);
-    EXPECT_EQ(store.setValue("d", QString(" 2.50 ")), QString());
-    EXPECT_EQ(store.getString("d"), "2.5");
     store.setValue("c", QColor());
-    EXPECT_EQ(store.setValue("c", "red"), QString());
-    EXPECT_EQ(store.getString("c"), "#ff0000");
     store.setValue("u", QString("anything"));
+    EXPECT_EQ(store.setValue("d", QString(" 2.50 ")), QString());
+    EXPECT_EQ(store.setValue("c", "red"), QString());
     EXPECT_EQ(store.setValue("u", QString(" kept as is ")), QString());
+    EXPECT_EQ(store.getString("d"), "2.5");
+    EXPECT_EQ(store.getString("c"), "#ff0000");
     EXPECT_EQ(store.getString("u"), " kept as is ");
-    EXPECT_EQ(store.valueType("u"), QString());
-}
-
-// --- Entries, units, revisions ---------------------------------------------------
-
-TEST(StoreEntries, NamesInInsertionOrderRemoveAndUnits)
-{
-    KelPropertiesString store;
-    store.setValue("b", 1);
-    store.setValue("a", QString("x"));
-    store.setValue("b", 2);
-    EXPECT_EQ(store.names(), (QStringList{"b", "a"}));
-    EXPECT_EQ(store.getUnit("b", "mm"), "mm");
-    store.setUnit("b", "cm");
-    EXPECT_EQ(store.getUnit("b", "mm"), "cm");
-    EXPECT_EQ(store.getString("b"), "2");
-    store.setUnit("c", "s");
-    EXPECT_TRUE(store.defined("c"));
-    EXPECT_TRUE(store.remove("b"));
-    EXPECT_FALSE(store.remove("b"));
-    EXPECT_FALSE(store.defined("b"));
-    EXPECT_EQ(store.names(), (QStringList{"a", "c"}));
+    EXPECT_EQ(store.getUnit("d", "mm"), "mm");
+    store.setUnit("d", "cm");
+    store.setUnit("e", "s"); // defines the name
+    EXPECT_EQ(store.getUnit("d", "mm"), "cm");
+    EXPECT_EQ(store.names(), (QStringList{"d", "c", "u", "e"}));
+    EXPECT_TRUE(store.remove("d"));
+    EXPECT_FALSE(store.remove("d"));
+    EXPECT_EQ(store.names(), (QStringList{"c", "u", "e"}));
 }
 
 TEST(StoreRevision, ChangesOnEveryWriteAndNeverRepeatsAcrossStores)
@@ -266,22 +149,16 @@ TEST(StoreRevision, ChangesOnEveryWriteAndNeverRepeatsAcrossStores)
     KelPropertiesString first;
     KelPropertiesString second;
     EXPECT_NE(first.revision(), second.revision());
-    std::uint64_t seen = first.revision();
-    const auto expectChanged = [&](const char* what) {
-        EXPECT_NE(first.revision(), seen) << what;
+    const auto expectChangedBy = [&](const char* what, const std::function<void()>& write) {
+        const std::uint64_t before = first.revision();
+        write();
+        EXPECT_NE(first.revision(), before) << what;
         EXPECT_NE(first.revision(), second.revision()) << what;
-        seen = first.revision();
     };
-    first.setValue("p", 1.0);
-    expectChanged("typed write");
-    first.setValue("p", QString("1"));
-    expectChanged("text write of the same value");
-    first.setUnit("p", "m");
-    expectChanged("unit write");
+    expectChangedBy("typed write", [&] { first.setValue("p", 1.0); });
+    expectChangedBy("text write of the same value", [&] { first.setValue("p", QString("1")); });
+    expectChangedBy("unit write", [&] { first.setUnit("p", "m"); });
     second.setValue("q", 2);
-    first = second;
-    expectChanged("assignment");
-    EXPECT_EQ(first.names(), QStringList{"q"});
-    first.remove("q");
-    expectChanged("remove");
+    expectChangedBy("assignment", [&] { first = second; });
+    expectChangedBy("remove", [&] { first.remove("q"); });
 }

@@ -1,4 +1,5 @@
 #include "KelPropertyAdaptorBase.h"
+#include "KelViewport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,7 @@ namespace {
 class Probe : public KelPropertyAdaptorBase {
 public:
     using KelPropertyAdaptorBase::KelPropertyAdaptorBase;
-    using KelPropertyAdaptorBase::cachable;
     using KelPropertyAdaptorBase::modified;
-    using KelPropertyAdaptorBase::owner;
     using KelPropertyAdaptorBase::reset;
 };
 
@@ -25,46 +24,45 @@ protected:
 
 } // namespace
 
-TEST_F(AdaptorBase, IsModifiedUntilFirstResetAndAfterEveryWrite)
+TEST_F(AdaptorBase, SeesEveryChangeOfTheStoreAfterItsLastReadAndNothingWithoutOwner)
 {
-    EXPECT_TRUE(probe.cachable());
     EXPECT_TRUE(probe.modified());
     probe.reset();
     EXPECT_FALSE(probe.modified());
+    node->string() = KelPropertiesString();
+    EXPECT_TRUE(probe.modified());
+    probe.reset();
     node->setValue("width", "2");
     EXPECT_TRUE(probe.modified());
     probe.reset();
-    node->string().setUnit("other", "mm");
-    EXPECT_TRUE(probe.modified());
-    probe.reset();
-    node->string() = KelPropertiesString();
-    EXPECT_TRUE(probe.modified());
-}
-
-TEST_F(AdaptorBase, ReadsAndWritesTheUnitAndTextOfItsName)
-{
-    node->string().setValue("width", 1.5);
-    EXPECT_EQ(probe.getString(), "1.5");
-    EXPECT_TRUE(probe.getUnit().isEmpty());
     group.setModified(false);
     probe.setUnit("mm");
     EXPECT_EQ(node->string().getUnit("width", QString()), "mm");
-    EXPECT_EQ(probe.getUnit(), "mm");
-    EXPECT_TRUE(group.modified());
-    EXPECT_EQ(probe.name(), "width");
+    EXPECT_TRUE(probe.modified() && group.modified());
+
+    node.reset();
+    EXPECT_TRUE(probe.getUnit().isEmpty() && probe.getString().isEmpty());
+    EXPECT_FALSE(probe.modified());
+    probe.setUnit("cm"); // ignored
 }
 
-TEST_F(AdaptorBase, WithoutOwnerReadsEmptyAndIgnoresWrites)
+// Typed stored values, as the framework's nodes declare them: defaults are
+// written once, text writes are checked against the type, and a copy's values
+// attach to the copy's own store.
+TEST(StoredValue, WritesDefaultsRefusesBadTextAndFollowsCopies)
 {
-    node->string().setValue("width", 1.5);
-    node->string().setUnit("width", "mm");
-    EXPECT_EQ(probe.owner().get(), node.get());
-    node.reset();
-    EXPECT_EQ(probe.owner().get(), nullptr);
-    EXPECT_TRUE(probe.getUnit().isEmpty());
-    EXPECT_TRUE(probe.getString().isEmpty());
-    EXPECT_FALSE(probe.modified());
-    probe.setUnit("cm");
-    probe.reset();
-    EXPECT_FALSE(probe.modified());
+    KelModifiedGroup group;
+    KelViewport viewport(group);
+    EXPECT_EQ(viewport.string().names(), (QStringList{"alignment", "x", "y", "width", "height"}));
+    EXPECT_EQ(viewport.alignment.get(), int(Qt::AlignLeft | Qt::AlignTop));
+    EXPECT_EQ(viewport.width.get(), 1.0);
+    EXPECT_FALSE(viewport.setValue("alignment", "left").isEmpty());
+    EXPECT_EQ(viewport.setValue("width", "0.25"), QString());
+
+    const KelViewport copy(viewport);
+    KelViewport target(group);
+    target = viewport;
+    viewport.width.set(0.5);
+    EXPECT_EQ(copy.width.get(), 0.25);
+    EXPECT_EQ(target.width.get(), 0.25);
 }
