@@ -238,13 +238,19 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
     , m_scalar(false)
     , m_minXDelta(-1.0)
 {
+    // A disabled trace costs a branch per line, not the formatting.
     orvdebug::dbgostream trace = kel::debug_logger::debuglogger().dlog();
-    trace.buffer() << "caching : " << variable.name();
-    trace << std::endl;
+    const bool tracing = trace.enabled();
+    if (tracing) {
+        trace.buffer() << "caching : " << variable.name();
+        trace << std::endl;
+    }
     if (!variable.enabled.get())
         return;
-    trace.buffer() << "\tenabled";
-    trace << std::endl;
+    if (tracing) {
+        trace.buffer() << "\tenabled";
+        trace << std::endl;
+    }
 
     // Iterating moves the iterator's position, which is not part of the variable's value.
     auto& iter = const_cast<KelVariableIter&>(variable.variableiter);
@@ -257,7 +263,7 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
     // A trace shows each item as read, once: traced sorting reads for sorting.
     Minima minima;
     std::optional<Placement> placement;
-    if (!sort || !trace.enabled()) {
+    if (!sort || !tracing) {
         placement.emplace(*this, positional);
         placement->reserve(iter.size());
         InOrder inOrder{*placement, sort};
@@ -275,15 +281,19 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
         placeSorted(items, *placement);
     }
 
-    trace.buffer() << "\tsize : " << placement->count();
-    trace << std::endl;
+    if (tracing) {
+        trace.buffer() << "\tsize : " << placement->count();
+        trace << std::endl;
+    }
     if (placement->count() == 0)
         return;
     placement->finish(minima, variable);
 
     m_valid = (!m_x.empty() && m_x.size() == m_y.size()) || !m_xUndef.empty() || !m_yUndef.empty();
-    trace.buffer() << "\tvalid = " << m_valid;
-    trace << std::endl;
+    if (tracing) {
+        trace.buffer() << "\tvalid = " << m_valid;
+        trace << std::endl;
+    }
 }
 
 KelChartVariableCache::KelChartVariableCache(const KelChartVariableCache& other) = default;
@@ -357,22 +367,29 @@ void KelChartVariableCache::placeSorted(const Collected& items, Placement& place
     std::transform(items.points.begin(), items.points.end(), keys.begin(),
                    [](const Collected::Point& p) { return KelStableOrder::key(p.x); });
     // The arrays are reserved only once the sort has freed its memory. The
-    // points are read in random order: asking for those a few places ahead
+    // items are read in random order: asking for those a few places ahead
     // keeps several memory accesses in flight.
     const auto placeAll = [&](const auto& order) {
         constexpr size_t ahead = 16;
         placement.reserve(order.size());
         for (size_t i = 0; i < order.size(); ++i) {
-            if (i + ahead < order.size())
+            if (i + ahead < order.size()) {
                 __builtin_prefetch(&items.points[order[i + ahead]]);
+                __builtin_prefetch(&items.undefined[order[i + ahead]]);
+            }
             placement.place(items[order[i]], order[i]);
         }
     };
     // 32-bit positions where they suffice: they halve what the sort moves.
-    if (items.size() <= std::numeric_limits<std::uint32_t>::max())
-        placeAll(KelStableOrder::byKey<std::uint32_t>(std::move(keys)));
-    else
-        placeAll(KelStableOrder::byKey<size_t>(std::move(keys)));
+    // The order is taken in a statement of its own, which ends the life of the
+    // sort's by-value keys before the arrays are reserved.
+    if (items.size() <= std::numeric_limits<std::uint32_t>::max()) {
+        const auto order = KelStableOrder::byKey<std::uint32_t>(std::move(keys));
+        placeAll(order);
+    } else {
+        const auto order = KelStableOrder::byKey<size_t>(std::move(keys));
+        placeAll(order);
+    }
 }
 
 void KelChartVariableCache::releaseArrays()

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 KelChartVariableListCache::KelChartVariableListCache()
     : m_minXDelta(-1.0)
@@ -47,12 +48,21 @@ void KelChartVariableListCache::add(const KelChartVariable& variable, const QStr
         m_caches.push_back(std::move(cache));
 }
 
+// Each variable's order is read once, and each cache moves once: sorting the
+// caches themselves would read two properties and move caches per comparison.
 void KelChartVariableListCache::sortByOrder()
 {
-    std::stable_sort(m_caches.begin(), m_caches.end(),
-                     [](const KelChartVariableCache& a, const KelChartVariableCache& b) {
-                         return a.variable().order.get() < b.variable().order.get();
-                     });
+    std::vector<std::pair<int, size_t>> byOrder; // (order, position)
+    byOrder.reserve(m_caches.size());
+    for (size_t i = 0; i < m_caches.size(); ++i)
+        byOrder.emplace_back(m_caches[i].variable().order.get(), i);
+    std::stable_sort(byOrder.begin(), byOrder.end(),
+                     [](const std::pair<int, size_t>& a, const std::pair<int, size_t>& b) { return a.first < b.first; });
+    std::vector<KelChartVariableCache> sorted;
+    sorted.reserve(m_caches.size());
+    for (const auto& entry : byOrder)
+        sorted.push_back(std::move(m_caches[entry.second]));
+    m_caches.swap(sorted);
 }
 
 const Orv::Math::BoundingBox& KelChartVariableListCache::bounds() const

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <deque>
 
 namespace {
@@ -13,27 +14,21 @@ class KelChartAxisPairScaleTest : public ::testing::Test {
 protected:
     KelChartAxisPairScaleTest() { pair.rename("axis.y"); }
 
-    // A variable drawn against `xAxis` and `yAxis`, with points (0, 0) and (10, 10).
-    void addVariable(const QString& xAxis, const QString& yAxis, const QString& zAxis = QString())
+    // Variables drawn against the given axes, with points (0, 0) and (10, 10), and the pair's scale for them.
+    KelChartAxisPairScale scaleFor(const std::vector<std::array<QString, 3>>& axesOfVariables)
     {
-        KelChartVariable& variable = variables.emplace_back(group);
-        variable.xAxis.set(xAxis);
-        variable.yAxis.set(yAxis);
-        variable.zAxis.set(zAxis);
-        variable.variableiter.setVector2Data({0, 10}, {0, 10});
-    }
-    KelChartAxisPairScale pairScale()
-    {
+        variables.clear();
         std::vector<const KelChartVariable*> pointers;
-        for (const KelChartVariable& variable : variables)
+        for (const auto& [x, y, z] : axesOfVariables) {
+            KelChartVariable& variable = variables.emplace_back(group);
+            variable.xAxis.set(x);
+            variable.yAxis.set(y);
+            variable.zAxis.set(z);
+            variable.variableiter.setVector2Data({0, 10}, {0, 10});
             pointers.push_back(&variable);
+        }
         cache = KelChartVariableListCache(pointers, {});
         return KelChartAxisPairScale(pair, cache);
-    }
-    KelChartAxis& create(bool first, const char* name)
-    {
-        return first ? pair.createFirst(name, KelChartAxisContinuous::typeString)
-                     : pair.createSecond(name, KelChartAxisContinuous::typeString);
     }
 
     KelModifiedGroup group;
@@ -45,58 +40,37 @@ protected:
 
 } // namespace
 
-TEST_F(KelChartAxisPairScaleTest, PairWithoutAxesFindsNothing)
+TEST_F(KelChartAxisPairScaleTest, FindGivesValidScalesByFullNameFirstOneFirst)
 {
-    addVariable("", "");
-    KelChartAxisPairScale scale = pairScale();
+    EXPECT_EQ(scaleFor({{"", "", ""}}).find(""), nullptr);
+    KelChartAxis& left = pair.createFirst("left", KelChartAxisContinuous::typeString);
+    KelChartAxis& right = pair.createSecond("right", KelChartAxisContinuous::typeString);
+    KelChartAxisPairScale scale = scaleFor({{left.name(), right.name(), ""}});
     scale.update(5, format);
-    EXPECT_FALSE(scale.first().valid());
-    EXPECT_FALSE(scale.second().valid());
-    EXPECT_EQ(scale.first().size(), 0u);
-    EXPECT_EQ(scale.find(""), nullptr);
-}
-
-TEST_F(KelChartAxisPairScaleTest, UpdateScalesBothAxes)
-{
-    KelChartAxis& left = create(true, "left");
-    KelChartAxis& right = create(false, "right");
-    addVariable(left.name(), right.name());
-    KelChartAxisPairScale scale = pairScale();
-    scale.update(5, format);
-    EXPECT_TRUE(scale.first().valid());
-    EXPECT_TRUE(scale.second().valid());
     EXPECT_GT(scale.first().size(), 1u);
     EXPECT_GT(scale.second().size(), 1u);
     EXPECT_EQ(scale.find("axis.y.left"), &scale.first());
     EXPECT_EQ(scale.find("axis.y.right"), &scale.second());
     EXPECT_EQ(scale.find("left"), nullptr);
-}
 
-TEST_F(KelChartAxisPairScaleTest, SameNameFindsTheFirst)
-{
-    KelChartAxis& left = create(true, "left");
-    create(false, "right").rename(left.name());
-    addVariable(left.name(), "");
-    const KelChartAxisPairScale scale = pairScale();
-    ASSERT_TRUE(scale.second().valid());
-    EXPECT_EQ(scale.find(left.name()), &scale.first());
+    right.rename(left.name());
+    const KelChartAxisPairScale twins = scaleFor({{left.name(), "", ""}});
+    ASSERT_TRUE(twins.second().valid());
+    EXPECT_EQ(twins.find(left.name()), &twins.first());
 }
 
 TEST_F(KelChartAxisPairScaleTest, InvalidScalesAreNeverFound)
 {
-    KelChartAxis& left = create(true, "left");
-    KelChartAxis& right = create(false, "right");
+    KelChartAxis& left = pair.createFirst("left", KelChartAxisContinuous::typeString);
+    KelChartAxis& right = pair.createSecond("right", KelChartAxisContinuous::typeString);
     left.enabled.set(false);
-    addVariable(left.name(), right.name());
-    KelChartAxisPairScale scale = pairScale();
+    KelChartAxisPairScale scale = scaleFor({{left.name(), right.name(), ""}});
     EXPECT_EQ(scale.find(left.name()), nullptr);
     EXPECT_EQ(scale.find(right.name()), &scale.second());
 
     // Named only as z: valid until an update finds no data for it.
     left.enabled.set(true);
-    variables.clear();
-    addVariable("", right.name(), left.name());
-    scale = pairScale();
+    scale = scaleFor({{"", right.name(), left.name()}});
     EXPECT_EQ(scale.find(left.name()), &scale.first());
     scale.update(5, format);
     EXPECT_EQ(scale.find(left.name()), nullptr);

@@ -6,10 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <deque>
-#include <limits>
-#include <ostream>
+#include <tuple>
 
 namespace {
 
@@ -19,72 +17,14 @@ using Orv::Math::NumberFormat;
 constexpr double largestFloat = 3.4028234663852886e38;
 constexpr unsigned int tickCount = 5;
 
-// ---- ExpandRange -----------------------------------------------------------
-
 struct ExpandCase {
     double min, max, fraction;
     double expectedMin, expectedMax;
 };
-void PrintTo(const ExpandCase& c, std::ostream* os)
-{
-    *os << "[" << c.min << ", " << c.max << "] by " << c.fraction;
-}
 
 class KelChartAxisScaleExpandRangeTest : public ::testing::TestWithParam<ExpandCase> {};
 
-TEST_P(KelChartAxisScaleExpandRangeTest, DoubleAndFloatAgree)
-{
-    const ExpandCase c = GetParam();
-    double dmin = c.min, dmax = c.max;
-    KelChartAxisScale::ExpandRange<double>(dmin, dmax, c.fraction);
-    EXPECT_DOUBLE_EQ(dmin, c.expectedMin);
-    EXPECT_DOUBLE_EQ(dmax, c.expectedMax);
-
-    float fmin = float(c.min), fmax = float(c.max);
-    KelChartAxisScale::ExpandRange<float>(fmin, fmax, float(c.fraction));
-    EXPECT_FLOAT_EQ(fmin, float(c.expectedMin));
-    EXPECT_FLOAT_EQ(fmax, float(c.expectedMax));
-}
-
-INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleExpandRangeTest, ::testing::Values(
-    ExpandCase{0, 10, 0.1, -1, 11},
-    ExpandCase{5, 5, 0.3, 2.5, 7.5},                   // no width: half of max at each end
-    ExpandCase{1, 3, 0, -0.5, 4.5},                    // fraction 0 behaves the same
-    ExpandCase{0, 0, 0.1, -1, 1},
-    ExpandCase{0.5, 0.5, 0.1, -1, 1},
-    ExpandCase{-0.5, -0.5, 0.1, -1, 1},
-    ExpandCase{largestFloat, largestFloat, 0.1, 0, largestFloat},
-    // Negative ranges widen by half of |max| too, and the largest negative float mirrors the positive case.
-    ExpandCase{-4, -4, 0.1, -6, -2},
-    ExpandCase{-3, -1, 0, -3.5, -0.5},
-    ExpandCase{-largestFloat, -largestFloat, 0.1, -largestFloat, 0}));
-
-TEST(KelChartAxisScaleExpandRange, NaNPassesThrough)
-{
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    double min = 0, max = nan;
-    KelChartAxisScale::ExpandRange(min, max, 0.1);
-    EXPECT_TRUE(std::isnan(min) && std::isnan(max));
-    min = 0, max = 10;
-    KelChartAxisScale::ExpandRange(min, max, nan);
-    EXPECT_TRUE(std::isnan(min) && std::isnan(max));
-}
-
-TEST(KelChartAxisScaleExpandRange, FloatWidensInFloat)
-{
-    // The width of [-FLT_MAX, FLT_MAX] overflows in float but not in double.
-    float fmin = -float(largestFloat), fmax = float(largestFloat);
-    KelChartAxisScale::ExpandRange(fmin, fmax, 0.1f);
-    EXPECT_EQ(fmin, -std::numeric_limits<float>::infinity());
-    EXPECT_EQ(fmax, std::numeric_limits<float>::infinity());
-
-    double dmin = -largestFloat, dmax = largestFloat;
-    KelChartAxisScale::ExpandRange(dmin, dmax, 0.1);
-    EXPECT_DOUBLE_EQ(dmax, 1.2 * largestFloat);
-}
-
-// ---- A small chart ---------------------------------------------------------
-
+// A pair "axis.x" and variables drawn against its axes.
 class KelChartAxisScaleTest : public ::testing::Test {
 protected:
     KelChartAxisScaleTest() { pair.rename("axis.x"); }
@@ -98,29 +38,35 @@ protected:
         variable.variableiter.setVector2Data(std::move(x), std::move(y));
         return variable;
     }
-    // A variable whose two points span [lo, hi] along the axis given by `onX`.
-    KelChartVariable& addOn(const KelChartAxis& axis, bool onX, float lo, float hi)
+    // A variable whose two points span [lo, hi] along `axis`, drawn against it as x, y or both ('b').
+    KelChartVariable& addOn(const KelChartAxis& axis, char on, float lo, float hi)
     {
-        return onX ? addVariable(axis.name(), "other", {lo, hi}, {0, 0})
-                   : addVariable("other", axis.name(), {0, 0}, {lo, hi});
+        const QString other = on == 'b' ? axis.name() : QString("other");
+        return on == 'y' ? addVariable(other, axis.name(), {0, 0}, {lo, hi})
+                         : addVariable(axis.name(), other, {lo, hi}, {500, 600});
     }
 
-    KelChartAxisScale scaleOf(const KelChartAxis& axis)
+    // The axis's scale for the variables, updated when asked.
+    KelChartAxisScale scaleOf(const KelChartAxis& axis, bool update = false)
     {
         std::vector<const KelChartVariable*> pointers;
         for (const KelChartVariable& variable : variables)
             pointers.push_back(&variable);
         cache = KelChartVariableListCache(pointers, {});
-        return KelChartAxisScale(axis, cache);
-    }
-    KelChartAxisScale updated(const KelChartAxis& axis, bool expectValid = true)
-    {
-        KelChartAxisScale scale = scaleOf(axis);
-        scale.update(tickCount, format);
-        EXPECT_EQ(scale.valid(), expectValid);
+        KelChartAxisScale scale(axis, cache);
+        if (update)
+            scale.update(tickCount, format);
         return scale;
     }
-
+    // The axis's range is fixed to [min, max) unless they are equal.
+    template <class Axis>
+    static Axis& fixed(Axis& axis, double min, double max)
+    {
+        axis.autoScale.set(min == max);
+        axis.min.set(min);
+        axis.max.set(max);
+        return axis;
+    }
     KelChartAxisContinuous& continuousAxis()
     {
         return dynamic_cast<KelChartAxisContinuous&>(pair.createFirst("bottom", KelChartAxisContinuous::typeString));
@@ -139,14 +85,118 @@ protected:
     const NumberFormat format{NumberFormat::Notation::Fixed};
 };
 
-// The scale holds exactly the ticks of the nice intervals over [lo, hi].
-void expectTicksOver(KelChartAxisScale& scale, double lo, double hi, bool inverted = false)
+void expectInvalidAndEmpty(const KelChartAxisScale& scale)
 {
-    const NiceIntervals expected(lo, hi, int(tickCount), true, true, NumberFormat(NumberFormat::Notation::Fixed));
+    EXPECT_FALSE(scale.valid());
+    EXPECT_EQ(std::vector<double>({scale.min(), scale.max(), scale.factor()}), std::vector<double>({0, 0, 1}));
+    EXPECT_EQ(scale.size(), 0u);
+}
+
+struct Series {
+    char on; // 'x', 'y' or 'b' (both)
+    float lo, hi;
+};
+struct ContinuousCase {
+    std::vector<Series> series;
+    double lo, hi;                     // the range the ticks are chosen for
+    double fixedMin = 0, fixedMax = 0; // a fixed range, when they differ; set on an inverted axis
+};
+
+class KelChartAxisScaleContinuousTest : public KelChartAxisScaleTest,
+                                        public ::testing::WithParamInterface<ContinuousCase> {};
+
+struct Category {
+    double value;
+    const char* label;
+    double percentage;
+};
+struct DiscreteCase {
+    float dataEnd;          // the data's x run from 0 to this
+    int fixedMin, fixedMax; // a fixed range, when they differ
+    double min, max;
+    std::vector<Category> entries;
+};
+
+class KelChartAxisScaleDiscreteTest : public KelChartAxisScaleTest,
+                                      public ::testing::WithParamInterface<DiscreteCase> {};
+
+} // namespace
+
+TEST_P(KelChartAxisScaleExpandRangeTest, DoubleAndFloatAgree)
+{
+    const ExpandCase c = GetParam();
+    double dmin = c.min, dmax = c.max;
+    KelChartAxisScale::ExpandRange<double>(dmin, dmax, c.fraction);
+    EXPECT_DOUBLE_EQ(dmin, c.expectedMin);
+    EXPECT_DOUBLE_EQ(dmax, c.expectedMax);
+    float fmin = float(c.min), fmax = float(c.max);
+    KelChartAxisScale::ExpandRange<float>(fmin, fmax, float(c.fraction));
+    EXPECT_FLOAT_EQ(fmin, float(c.expectedMin));
+    EXPECT_FLOAT_EQ(fmax, float(c.expectedMax));
+}
+
+INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleExpandRangeTest, ::testing::Values(
+    ExpandCase{0, 10, 0.1, -1, 11},
+    ExpandCase{5, 5, 0.3, 2.5, 7.5}, // no width: half of max at each end
+    ExpandCase{1, 3, 0, -0.5, 4.5},  // fraction 0 behaves the same
+    ExpandCase{0, 0, 0.1, -1, 1},
+    ExpandCase{0.5, 0.5, 0.1, -1, 1},
+    ExpandCase{-0.5, -0.5, 0.1, -1, 1},
+    ExpandCase{largestFloat, largestFloat, 0.1, 0, largestFloat},
+    // Negative ranges widen by half of |max| too, and the largest negative float mirrors the positive case.
+    ExpandCase{-4, -4, 0.1, -6, -2},
+    ExpandCase{-3, -1, 0, -3.5, -0.5},
+    ExpandCase{-largestFloat, -largestFloat, 0.1, -largestFloat, 0}));
+
+// An axis is in use when it is enabled and a variable with data names it (as z too). One only named as z
+// loses its scale at the update, which finds no data on x or y, and never gets it back.
+TEST_F(KelChartAxisScaleTest, ScalesOfAxesNotInUseAreInvalidEmptyAndStaySo)
+{
+    KelChartAxisContinuous& axis = continuousAxis();
+    axis.inverted.set(true);
+    addOn(axis, 'x', 0, 1).enabled.set(false);
+    addVariable(axis.name(), axis.name(), {}, {});
+    expectInvalidAndEmpty(scaleOf(axis, true));
+    addVariable("other", "other", {0, 100}, {0, 100}).zAxis.set(axis.name());
+    KelChartAxisScale scale = scaleOf(axis);
+    ASSERT_TRUE(scale.valid());
+    EXPECT_EQ(scale.axisName(), "axis.x.bottom");
+    EXPECT_TRUE(scale.inverted());
+    scale.update(tickCount, format);
+    expectInvalidAndEmpty(scale);
+    addOn(axis, 'x', 0, 100);
+    fixed(axis, 0, 10);
+    scale.update(tickCount, format);
+    expectInvalidAndEmpty(scale);
+    axis.enabled.set(false);
+    expectInvalidAndEmpty(scaleOf(axis, true));
+
+    // Neither a default scale, a discrete axis only on y nor a plain axis get a scale.
+    KelChartAxisScale unbound;
+    unbound.update(tickCount, format);
+    expectInvalidAndEmpty(unbound);
+    KelChartAxisDiscrete& discrete = discreteAxis();
+    addOn(discrete, 'y', 0, 4);
+    expectInvalidAndEmpty(scaleOf(discrete, true));
+    KelChartAxis plain(group);
+    plain.enabled.set(true);
+    addOn(plain, 'x', 0, 4);
+    expectInvalidAndEmpty(scaleOf(plain, true));
+}
+
+TEST_P(KelChartAxisScaleContinuousTest, TicksCoverTheDataWithItsMarginOrTheFixedRange)
+{
+    const ContinuousCase& c = GetParam();
+    KelChartAxisContinuous& axis = fixed(continuousAxis(), c.fixedMin, c.fixedMax);
+    const bool inverted = c.fixedMin != c.fixedMax;
+    axis.inverted.set(inverted);
+    for (const Series& s : c.series)
+        addOn(axis, s.on, s.lo, s.hi);
+    KelChartAxisScale scale = scaleOf(axis, true);
+    const NiceIntervals expected(c.lo, c.hi, int(tickCount), true, true, format);
     ASSERT_GT(expected.size(), 1);
-    EXPECT_EQ(scale.min(), expected.min());
-    EXPECT_EQ(scale.max(), expected.max());
-    EXPECT_EQ(scale.factor(), expected.factor);
+    EXPECT_EQ(std::vector<double>({scale.min(), scale.max(), scale.factor()}),
+              std::vector<double>({expected.min(), expected.max(), expected.factor}));
     ASSERT_EQ(scale.size(), unsigned(expected.size()));
     for (int i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(scale.value(i), expected.value(i));
@@ -155,178 +205,25 @@ void expectTicksOver(KelChartAxisScale& scale, double lo, double hi, bool invert
     }
 }
 
-void expectEmpty(KelChartAxisScale& scale)
-{
-    EXPECT_EQ(scale.min(), 0.0);
-    EXPECT_EQ(scale.max(), 0.0);
-    EXPECT_EQ(scale.factor(), 1.0);
-    EXPECT_EQ(scale.size(), 0u);
-}
-
-} // namespace
-
-// ---- Construction ----------------------------------------------------------
-
-TEST_F(KelChartAxisScaleTest, DefaultScaleIsInvalidAndStaysSo)
-{
-    KelChartAxisScale scale;
-    scale.update(tickCount, format);
-    EXPECT_FALSE(scale.valid());
-    EXPECT_FALSE(scale.discrete());
-    EXPECT_EQ(scale.axisName(), QString());
-    expectEmpty(scale);
-}
-
-TEST_F(KelChartAxisScaleTest, AxisIsInUseWhenEnabledAndNamedByAValidVariable)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    axis.inverted.set(true);
-    KelChartVariable& variable = addVariable("other", "other", {0, 1}, {0, 1});
-    variable.zAxis.set(axis.name());
-    KelChartAxisScale scale = scaleOf(axis);
-    EXPECT_TRUE(scale.valid());
-    EXPECT_EQ(scale.axisName(), "axis.x.bottom");
-    EXPECT_TRUE(scale.inverted());
-    EXPECT_FALSE(scale.discrete());
-
-    axis.enabled.set(false);
-    EXPECT_FALSE(scaleOf(axis).valid());
-}
-
-TEST_F(KelChartAxisScaleTest, VariablesWithoutDataDoNotCount)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    addOn(axis, true, 0, 1).enabled.set(false);
-    addVariable(axis.name(), axis.name(), {}, {});
-    addVariable("other", "other", {0, 1}, {0, 1});
-    KelChartAxisScale scale = scaleOf(axis);
-    EXPECT_FALSE(scale.valid());
-    EXPECT_EQ(scale.axisName(), QString());
-}
-
-// ---- Continuous axes -------------------------------------------------------
-
-namespace {
-
-struct Series {
-    bool onX;
-    float lo, hi;
-};
-struct DataRangeCase {
-    std::vector<Series> series;
-    double lo, hi; // the range the ticks are chosen for
-};
-void PrintTo(const DataRangeCase& c, std::ostream* os)
-{
-    for (const Series& s : c.series)
-        *os << (s.onX ? "x[" : "y[") << s.lo << ", " << s.hi << "] ";
-    *os << "gives [" << c.lo << ", " << c.hi << "]";
-}
-
-class KelChartAxisScaleDataRangeTest : public KelChartAxisScaleTest,
-                                       public ::testing::WithParamInterface<DataRangeCase> {};
-
-} // namespace
-
-TEST_P(KelChartAxisScaleDataRangeTest, TicksCoverTheDataWithItsMargin)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    for (const Series& s : GetParam().series)
-        addOn(axis, s.onX, s.lo, s.hi);
-    KelChartAxisScale scale = updated(axis);
-    expectTicksOver(scale, GetParam().lo, GetParam().hi);
-}
-
-INSTANTIATE_TEST_SUITE_P(Margins, KelChartAxisScaleDataRangeTest, ::testing::Values(
-    DataRangeCase{{{true, 0, 100}}, -2, 102},                  // 2% on x
-    DataRangeCase{{{false, 0, 100}}, -5, 105},                 // 1/20 on y
-    DataRangeCase{{{false, 5, 5}}, 2.5, 7.5},                  // flat y: 5% of nothing is half its value
-    DataRangeCase{{{false, 0, 20}, {false, 10, 30}}, -1, 31},  // y widens each variable, not the union
-    DataRangeCase{{{true, 0, 10}, {false, 20, 40}}, -0.82, 41.82}, // union [0, 41] widened by 2%
-    DataRangeCase{{{true, -10, -10}}, -15, -5}));
-
-TEST_F(KelChartAxisScaleTest, VariableOnXAndYCountsAsX)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    addVariable(axis.name(), axis.name(), {0, 100}, {500, 600});
-    KelChartAxisScale scale = updated(axis);
-    expectTicksOver(scale, -2, 102);
-}
-
-TEST_F(KelChartAxisScaleTest, FixedRangeWinsOverData)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    axis.inverted.set(true);
-    addOn(axis, true, 0, 100);
-    axis.autoScale.set(false);
-    axis.min.set(0);
-    axis.max.set(10);
-    KelChartAxisScale scale = updated(axis);
-    expectTicksOver(scale, 0, 10, true);
-
-    axis.min.set(10);
-    axis.max.set(0);
-    scale = updated(axis);
-    expectTicksOver(scale, -2, 102, true);
-}
-
-TEST_F(KelChartAxisScaleTest, NoDataOnXOrYLeavesAnInvalidEmptyScale)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    addVariable("other", "other", {0, 100}, {0, 100}).zAxis.set(axis.name());
-    KelChartAxisScale scale = scaleOf(axis);
-    ASSERT_TRUE(scale.valid());
-    scale.update(tickCount, format);
-    EXPECT_FALSE(scale.valid());
-    expectEmpty(scale);
-
-    // Invalid for good: neither new data nor a fixed range bring it back.
-    addOn(axis, true, 0, 100);
-    axis.autoScale.set(false);
-    axis.max.set(10);
-    scale.update(tickCount, format);
-    EXPECT_FALSE(scale.valid());
-    EXPECT_EQ(scale.size(), 0u);
-}
-
-// ---- Discrete axes ---------------------------------------------------------
-
-namespace {
-
-struct Category {
-    double value;
-    const char* label;
-    double percentage;
-};
-struct DiscreteCase {
-    float dataEnd;       // the data's x run from 0 to this
-    int fixedMin, fixedMax; // a fixed range, when they differ
-    double min, max;
-    std::vector<Category> entries;
-};
-void PrintTo(const DiscreteCase& c, std::ostream* os)
-{
-    *os << "x[0, " << c.dataEnd << "] fixed [" << c.fixedMin << ", " << c.fixedMax << ")";
-}
-
-class KelChartAxisScaleDiscreteTest : public KelChartAxisScaleTest,
-                                      public ::testing::WithParamInterface<DiscreteCase> {};
-
-} // namespace
+INSTANTIATE_TEST_SUITE_P(Margins, KelChartAxisScaleContinuousTest, ::testing::Values(
+    ContinuousCase{{{'x', 0, 100}}, -2, 102},                  // 2% on x
+    ContinuousCase{{{'y', 0, 100}}, -5, 105},                  // 1/20 on y
+    ContinuousCase{{{'b', 0, 100}}, -2, 102},                  // on x and y counts as x
+    ContinuousCase{{{'y', 5, 5}}, 2.5, 7.5},                   // flat y: 5% of nothing is half its value
+    ContinuousCase{{{'y', 0, 20}, {'y', 10, 30}}, -1, 31},     // y widens each variable, not the union
+    ContinuousCase{{{'x', 0, 10}, {'y', 20, 40}}, -0.82, 41.82}, // union [0, 41] widened by 2%
+    ContinuousCase{{{'x', -10, -10}}, -15, -5},
+    ContinuousCase{{{'x', 0, 100}}, 0, 10, 0, 10},             // a fixed range wins over the data
+    ContinuousCase{{{'x', 0, 100}}, -2, 102, 10, 0}));         // but not an empty one
 
 TEST_P(KelChartAxisScaleDiscreteTest, LabelsThenFillersAtSlotCentres)
 {
     const DiscreteCase& c = GetParam();
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, true, 0, c.dataEnd);
-    axis.autoScale.set(c.fixedMin == c.fixedMax);
-    axis.min.set(c.fixedMin);
-    axis.max.set(c.fixedMax);
-    KelChartAxisScale scale = updated(axis);
+    KelChartAxisDiscrete& axis = fixed(discreteAxis(), c.fixedMin, c.fixedMax);
+    addOn(axis, 'x', 0, c.dataEnd);
+    KelChartAxisScale scale = scaleOf(axis, true);
     EXPECT_TRUE(scale.discrete());
-    EXPECT_EQ(scale.factor(), 1.0);
-    EXPECT_EQ(scale.min(), c.min);
-    EXPECT_EQ(scale.max(), c.max);
+    EXPECT_EQ(std::vector<double>({scale.min(), scale.max(), scale.factor()}), std::vector<double>({c.min, c.max, 1}));
     ASSERT_EQ(scale.size(), unsigned(c.max - c.min));
     for (unsigned int i = 0; i < c.entries.size(); ++i) {
         EXPECT_EQ(scale.value(i), c.entries[i].value) << i;
@@ -341,52 +238,15 @@ INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleDiscreteTest, ::testing::Value
     DiscreteCase{4, 7, 9, 0, 5, {{0, "red", 0.1}}},                       // beyond the data: ignored
     DiscreteCase{1, 0, 0, 0, 2, {{0, "red", 0.25}, {1, "green", 0.75}, {2, "blue", 1.25}}})); // every label is taken
 
-TEST_F(KelChartAxisScaleTest, DiscreteAxisOnlyOnYIsInvalid)
-{
-    KelChartAxisDiscrete& axis = discreteAxis();
-    addOn(axis, false, 0, 4);
-    KelChartAxisScale scale = updated(axis, false);
-    expectEmpty(scale);
-}
-
-TEST_F(KelChartAxisScaleTest, PlainAxisGetsAnInvalidScale)
-{
-    KelChartAxis axis(group);
-    axis.enabled.set(true);
-    addOn(axis, true, 0, 4);
-    KelChartAxisScale scale = updated(axis, false);
-    expectEmpty(scale);
-    EXPECT_FALSE(scale.discrete());
-}
-
-// ---- Base line -------------------------------------------------------------
-
-namespace {
-
-struct BaseLineCase {
-    double min, max, baseLine;
-};
-void PrintTo(const BaseLineCase& c, std::ostream* os)
-{
-    *os << "[" << c.min << ", " << c.max << "]";
-}
-
-class KelChartAxisScaleBaseLineTest : public KelChartAxisScaleTest, public ::testing::WithParamInterface<BaseLineCase> {};
-
-} // namespace
-
-TEST_P(KelChartAxisScaleBaseLineTest, IsTheValueNearestToZero)
+TEST_F(KelChartAxisScaleTest, BaseLineIsTheValueNearestToZero)
 {
     KelChartAxisContinuous& axis = continuousAxis();
-    addOn(axis, true, 0, 1);
-    axis.autoScale.set(false);
-    axis.min.set(GetParam().min);
-    axis.max.set(GetParam().max);
-    KelChartAxisScale scale = updated(axis);
-    ASSERT_EQ(scale.min(), GetParam().min);
-    ASSERT_EQ(scale.max(), GetParam().max);
-    EXPECT_EQ(scale.baseLine(), GetParam().baseLine);
+    addOn(axis, 'x', 0, 1);
+    for (const auto& [min, max, baseLine] : {std::tuple(2, 8, 2), std::tuple(-8, -2, -2), std::tuple(-3, 5, 0)}) {
+        fixed(axis, min, max);
+        KelChartAxisScale scale = scaleOf(axis, true);
+        ASSERT_EQ(scale.min(), min);
+        ASSERT_EQ(scale.max(), max);
+        EXPECT_EQ(scale.baseLine(), baseLine);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleBaseLineTest, ::testing::Values(
-    BaseLineCase{2, 8, 2}, BaseLineCase{-8, -2, -2}, BaseLineCase{-3, 5, 0}));

@@ -10,8 +10,8 @@
 
 #include <deque>
 #include <optional>
-#include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -20,13 +20,6 @@ using Orv::Math::Matrix;
 using Orv::Math::Vector2;
 using Orv::Math::Vector3;
 using Comp = Orv::Math::Vector3::Comp;
-
-void expectMapsTo(const Matrix& matrix, const Vector3& point, const Vector3& expected)
-{
-    const Vector3 mapped = matrix.map(point);
-    for (int c = 0; c < 3; ++c)
-        EXPECT_NEAR(mapped[c], expected[c], 1e-6) << "component " << c;
-}
 
 // Axes with fixed ranges, so that every scale's range is known:
 //   axis.x.bottom [0, 10], axis.x.category (discrete),
@@ -57,8 +50,7 @@ protected:
 
     void addVariable(const QString& x, const QString& y, const QString& z = QString())
     {
-        variables.emplace_back(group);
-        KelChartVariable& var = variables.back();
+        KelChartVariable& var = variables.emplace_back(group);
         var.xAxis.set(x);
         var.yAxis.set(y);
         var.zAxis.set(z);
@@ -70,17 +62,15 @@ protected:
     void scaleAxes()
     {
         cache.emplace(pointers, QStringList());
-        for (auto [scale, pair] : {std::pair(&xScale, &xPair), std::pair(&yScale, &yPair), std::pair(&zScale, &zPair)}) {
-            scale->emplace(*pair, *cache);
+        xScale.emplace(xPair, *cache);
+        yScale.emplace(yPair, *cache);
+        zScale.emplace(zPair, *cache);
+        for (auto* scale : {&xScale, &yScale, &zScale})
             (*scale)->update(5, Orv::Math::NumberFormat());
-        }
     }
 
-    KelChartPerVariableScaling twoPairs() const { return KelChartPerVariableScaling(*xScale, *yScale, *cache); }
-    KelChartPerVariableScaling threePairs() const
-    {
-        return KelChartPerVariableScaling(*xScale, *yScale, *zScale, *cache);
-    }
+    KelChartPerVariableScaling twoPairs() const { return {*xScale, *yScale, *cache}; }
+    KelChartPerVariableScaling threePairs() const { return {*xScale, *yScale, *zScale, *cache}; }
 
     std::vector<std::string> ensures() const { return capture.texts(orvdebug::Stream::Ensure); }
 
@@ -97,44 +87,26 @@ protected:
     orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
 };
 
-TEST_F(KelChartPerVariableScalingTest, VariablesNeedAllTheirAxes)
+TEST_F(KelChartPerVariableScalingTest, VariablesNeedAllTheirAxesAndMapTheirRangesOntoTheCube)
 {
     addVariable("axis.x.bottom", "axis.y.right");
     addVariable("axis.x.bottom", "axis.y.nowhere");
     addVariable("axis.x.bottom", "axis.y.right", "axis.z.depth");
-    scaleAxes();
-
-    const KelChartPerVariableScaling flat = twoPairs();
-    ASSERT_EQ(flat.size(), 3u);
-    EXPECT_EQ(&flat.variable(1).variable(), &variables[1]);
-    EXPECT_TRUE(flat.valid(0));
-    EXPECT_FALSE(flat.valid(1));
-    EXPECT_TRUE(flat.valid(2));
-    EXPECT_EQ(&flat.matrix(1), &Matrix::Identity);
-
-    // With a z pair, the variable without a z axis drops out too.
-    const KelChartPerVariableScaling deep = threePairs();
-    EXPECT_FALSE(deep.valid(0));
-    EXPECT_FALSE(deep.valid(1));
-    EXPECT_TRUE(deep.valid(2));
-    EXPECT_TRUE(ensures().empty());
-}
-
-TEST_F(KelChartPerVariableScalingTest, MatrixMapsTheAxisRangesOntoTheCube)
-{
-    addVariable("axis.x.bottom", "axis.y.right", "axis.z.depth");
     addVariable("axis.x.bottom", "axis.y.left", "axis.z.depth");
     scaleAxes();
+    const KelChartPerVariableScaling flat = twoPairs();
+    ASSERT_EQ(flat.size(), 4u);
+    EXPECT_EQ(std::vector<bool>({flat.valid(0), flat.valid(1), flat.valid(2)}), std::vector<bool>({1, 0, 1}));
+    EXPECT_EQ(&flat.matrix(1), &Matrix::Identity);
+    // With a z pair, the variable without a z axis drops out too.
+    const KelChartPerVariableScaling deep = threePairs();
+    EXPECT_EQ(std::vector<bool>({deep.valid(0), deep.valid(1), deep.valid(2)}), std::vector<bool>({0, 0, 1}));
 
     // x [0, 10], y [0, 100] and z [1, 3] go to [-1, 1].
-    const KelChartPerVariableScaling deep = threePairs();
-    expectMapsTo(deep.matrix(0), Vector3(0, 0, 1), Vector3(-1, -1, -1));
-    expectMapsTo(deep.matrix(0), Vector3(5, 100, 3), Vector3(0, 1, 1));
-
-    // Without a z pair, z keeps its range [-1, 1]; the inverted y axis adds its
-    // turned-round direction to the mapping.
-    EXPECT_EQ(twoPairs().matrix(1),
-              Matrix::ortho(0, 10, 1, 5, -1, 1) * Matrix::orient(Vector3::X, -Vector3::Y, Vector3::Z));
+    EXPECT_EQ(deep.matrix(2).map(Vector3(0, 0, 1)), Vector3(-1, -1, -1));
+    EXPECT_EQ(deep.matrix(2).map(Vector3(5, 100, 3)), Vector3(0, 1, 1));
+    // Without a z pair, z keeps its range [-1, 1]; the inverted y axis adds its turned-round direction.
+    EXPECT_EQ(flat.matrix(3), Matrix::ortho(0, 10, 1, 5, -1, 1) * Matrix::orient(Vector3::X, -Vector3::Y, Vector3::Z));
     EXPECT_TRUE(ensures().empty());
 }
 
@@ -145,73 +117,40 @@ TEST_F(KelChartPerVariableScalingTest, MatricesAreBuiltOnceAndSharedWithCopies)
     scaleAxes();
     KelChartPerVariableScaling scaling = twoPairs();
     const KelChartPerVariableScaling earlyCopy = scaling;
-
     const Matrix* first = &scaling.matrix(0);
-    EXPECT_EQ(&scaling.matrix(0), first);
     const KelChartPerVariableScaling lateCopy = scaling;
     EXPECT_EQ(&lateCopy.matrix(0), first);
-    // A copy made before the matrix was built builds its own.
+    // A copy made before the matrix was built builds its own; so do matrices built after copying.
     EXPECT_NE(&earlyCopy.matrix(0), first);
     EXPECT_EQ(earlyCopy.matrix(0), *first);
-    // Matrices built after copying are not shared either.
     EXPECT_NE(&lateCopy.matrix(1), &scaling.matrix(1));
-
-    const KelChartPerVariableScaling moved = std::move(scaling);
-    EXPECT_EQ(&moved.matrix(0), first);
 }
 
-struct GradientCase {
-    double axisMin, axisMax;
-    double baseLine;
-    Vector2 extents;
-};
-void PrintTo(const GradientCase& c, std::ostream* os)
+// The data's extent [2, 8] is widened to reach the axis's base line.
+TEST_F(KelChartPerVariableScalingTest, GradientExtentsReachTheBaseLine)
 {
-    *os << "y axis [" << c.axisMin << ", " << c.axisMax << "]";
-}
-
-class KelChartPerVariableScalingGradientTest : public KelChartPerVariableScalingTest,
-                                               public ::testing::WithParamInterface<GradientCase> {};
-
-// The data's y extent [2, 8] is widened to reach the y axis's base line.
-TEST_P(KelChartPerVariableScalingGradientTest, ExtentsReachTheBaseLine)
-{
-    const GradientCase& c = GetParam();
-    fix(*yPair.first(), c.axisMin, c.axisMax);
-    addVariable("axis.x.bottom", "axis.y.left");
-    scaleAxes();
-    Vector2 extents(-99, -99);
-    double baseLine = -99;
-    twoPairs().gradientExtents(0, Comp::Y, extents, baseLine);
-    EXPECT_EQ(baseLine, c.baseLine);
-    EXPECT_EQ(extents, c.extents);
-}
-
-INSTANTIATE_TEST_SUITE_P(BaseLines, KelChartPerVariableScalingGradientTest, ::testing::Values(
-    GradientCase{-10, 10, 0, Vector2(0, 8)},
-    GradientCase{10, 20, 10, Vector2(2, 10)},
-    GradientCase{-20, -10, -10, Vector2(-10, 8)}));
-
-TEST_F(KelChartPerVariableScalingTest, GradientExtentsAlongXAndZ)
-{
-    addVariable("axis.x.bottom", "axis.y.right", "axis.z.depth");
-    scaleAxes();
+    addVariable("axis.x.bottom", "axis.y.left", "axis.z.depth");
     Vector2 extents;
     double baseLine = -99;
-    twoPairs().gradientExtents(0, Comp::X, extents, baseLine);
-    EXPECT_EQ(extents, Vector2(0, 8));
-    EXPECT_EQ(baseLine, 0.0);
-    // Without a z pair there is nothing to reach along z.
+    for (const auto& [min, max, expectedBaseLine, expected] :
+         {std::tuple(-10, 10, 0, Vector2(0, 8)), std::tuple(10, 20, 10, Vector2(2, 10)),
+          std::tuple(-20, -10, -10, Vector2(-10, 8))}) {
+        fix(*yPair.first(), min, max);
+        scaleAxes();
+        twoPairs().gradientExtents(0, Comp::Y, extents, baseLine);
+        EXPECT_EQ(baseLine, expectedBaseLine);
+        EXPECT_EQ(extents, expected);
+    }
+    // Without a z pair there is nothing to reach along z; with one, the data's z (always 0) reaches 1.
     twoPairs().gradientExtents(0, Comp::Z, extents, baseLine);
     EXPECT_EQ(extents, Vector2(0, 0));
     EXPECT_EQ(baseLine, 0.0);
-    // With one, the data's z (always 0) is widened to the base line 1.
     threePairs().gradientExtents(0, Comp::Z, extents, baseLine);
     EXPECT_EQ(extents, Vector2(0, 1));
     EXPECT_EQ(baseLine, 1.0);
 }
 
-TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxis)
+TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxisAndReportsMissingOnes)
 {
     addVariable("axis.x.category", "axis.y.right");
     addVariable("axis.x.bottom", "axis.y.nowhere");
@@ -221,8 +160,6 @@ TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxis)
     EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Y, 0));
     EXPECT_FALSE(scaling.isAxisDiscrete(Comp::X, 1));
     EXPECT_TRUE(ensures().empty());
-
-    // A missing pair or axis is reported and answered with false.
     EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Z, 0));
     EXPECT_FALSE(scaling.isAxisDiscrete(static_cast<Comp>(3), 0));
     EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Y, 1));
@@ -241,7 +178,6 @@ TEST_F(KelChartPerVariableScalingTest, AxesThatVanishedAfterConstructionAreRepor
     KelChartAxisPair empty(group);
     yScale.emplace(empty, *cache);
     zScale.emplace(empty, *cache);
-
     ASSERT_TRUE(scaling.valid(0));
     EXPECT_EQ(scaling.matrix(0), Matrix::Identity);
     const std::string signature = " - const Orv::Math::Matrix& KelChartPerVariableScaling::matrix(size_t) const";

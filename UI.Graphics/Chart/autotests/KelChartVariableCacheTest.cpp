@@ -8,17 +8,15 @@
 #include <limits>
 #include <numeric>
 #include <random>
+#include <tuple>
 
 namespace {
 
 constexpr float inf = std::numeric_limits<float>::infinity();
-const float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 struct Item {
-    float x;
-    float y;
-    bool xUndefined = false;
-    bool yUndefined = false;
+    float x, y;
+    bool xUndefined = false, yUndefined = false;
 };
 
 struct Expected {
@@ -30,17 +28,15 @@ struct Expected {
 
 struct CaseRow {
     const char* name;
-    bool scalar;
-    bool sort;
-    bool positional;
+    bool scalar, sort, positional;
     std::vector<Item> items;
     Expected expected;
 };
-
 std::ostream& operator<<(std::ostream& os, const CaseRow& row) { return os << row.name; }
 
 class CacheFixture {
 protected:
+    // The variable "T1", drawn against "axis.x.bottom", holding the items.
     KelChartVariable& makeVariable(const std::vector<Item>& items, bool scalar)
     {
         std::vector<float> xs, ys;
@@ -59,12 +55,44 @@ protected:
         variable.xAxis.set("axis.x.bottom");
         return variable;
     }
+    std::vector<std::string> traceOf(const std::vector<Item>& items, bool scalar)
+    {
+        orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
+        KelChartVariableCache cache(makeVariable(items, scalar), false, {});
+        return capture.texts(orvdebug::Stream::Log);
+    }
 
     KelModifiedGroup group;
     KelChartVariable variable{group};
 };
 
 class KelChartVariableCacheCases : public CacheFixture, public ::testing::TestWithParam<CaseRow> {};
+class KelChartVariableCacheTest : public CacheFixture, public ::testing::Test {};
+class KelChartVariableCacheOrder : public CacheFixture, public ::testing::TestWithParam<size_t> {};
+
+// What a cache of vector items holds, computed the plain way: a comparison
+// stable sort of the items, then each item by its case.
+Expected plainCache(const std::vector<Item>& items, bool sort)
+{
+    std::vector<size_t> order(items.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    if (sort)
+        std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) { return items[a].x < items[b].x; });
+    Expected e{{}, {}, order, {}, {}, 0, 0, 0, 0};
+    for (const size_t r : order) {
+        const bool xUndefined = items[r].xUndefined || items[r].x == inf;
+        const bool yUndefined = items[r].yUndefined || items[r].y == inf;
+        if (!xUndefined && !yUndefined) {
+            e.x.push_back(items[r].x);
+            e.y.push_back(items[r].y);
+        } else if (!yUndefined) {
+            e.xUndef.push_back(items[r].y);
+        } else if (!xUndefined) {
+            e.yUndef.push_back(items[r].x);
+        }
+    }
+    return e;
+}
 
 } // namespace
 
@@ -112,16 +140,12 @@ INSTANTIATE_TEST_SUITE_P(
                 {{0, 1}, {4, 6}, {0, 1}, {}, {}, 0, 4, 1, 6}}),
     [](const auto& info) { return std::string(info.param.name); });
 
-namespace {
-class KelChartVariableCacheTest : public CacheFixture, public ::testing::Test {};
-} // namespace
-
 TEST_F(KelChartVariableCacheTest, NaNIsAnOrdinaryValue)
 {
-    KelChartVariableCache cache(makeVariable({{1, notANumber}, {notANumber, 2}, {3, 3}}, false), false, {});
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    KelChartVariableCache cache(makeVariable({{1, nan}, {nan, 2}, {3, 3}}, false), false, {});
     ASSERT_EQ(cache.x().size(), 3u);
-    EXPECT_TRUE(std::isnan(cache.y()[0]));
-    EXPECT_TRUE(std::isnan(cache.x()[1]));
+    EXPECT_TRUE(std::isnan(cache.y()[0]) && std::isnan(cache.x()[1]));
     EXPECT_TRUE(cache.xUndef().empty() && cache.yUndef().empty());
     EXPECT_EQ(cache.bounds().min(), Orv::Math::Vector3(1, 2, 0));
     EXPECT_EQ(cache.bounds().max(), Orv::Math::Vector3(3, 3, 0));
@@ -138,80 +162,34 @@ TEST_F(KelChartVariableCacheTest, CompletelyUndefinedItemIsReportedAndKeptOnlyIn
     EXPECT_EQ(std::count(capture.messages().begin(), capture.messages().end(), expected), 1);
 }
 
-TEST_F(KelChartVariableCacheTest, TraceLinesOfAVectorVariable)
+TEST_F(KelChartVariableCacheTest, TraceLinesOfVectorAndScalarVariables)
 {
-    orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
-    KelChartVariableCache cache(makeVariable({{1.5f, 2}, {0, inf}}, false), false, {});
-    EXPECT_EQ(capture.texts(orvdebug::Stream::Log),
+    EXPECT_EQ(traceOf({{1.5f, 2}, {0, inf}}, false),
               (std::vector<std::string>{"caching : T1", "\tenabled", "\tvector 2",
                                         "\t\tvalue = {1.5, 2}, undef = {0, 0}, min = {1.5, 2}\n"
                                         "\t\tvalue = {0, inf}, undef = {0, 1}, min = {0, 2}\n"
                                         "\tsize : 2",
                                         "\tvalid = 1"}));
-}
-
-TEST_F(KelChartVariableCacheTest, TraceLinesOfAScalarVariable)
-{
-    orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
-    KelChartVariableCache cache(makeVariable({{0, 4}, {0, 2}}, true), false, {});
-    EXPECT_EQ(capture.texts(orvdebug::Stream::Log),
+    EXPECT_EQ(traceOf({{0, 4}, {0, 2}}, true),
               (std::vector<std::string>{"caching : T1", "\tenabled", "\tscalar",
                                         "\t\tvalue = 4, undef = 0, minY : 4\n"
                                         "\t\tvalue = 2, undef = 0, minY : 2\n"
                                         "\tsize : 2",
                                         "\tvalid = 1"}));
+    EXPECT_EQ(traceOf({}, false).back(), "\tsize : 0");
+    variable.enabled.set(false);
+    EXPECT_EQ(traceOf({{1, 1}}, false), std::vector<std::string>{"caching : T1"});
+    EXPECT_FALSE(KelChartVariableCache(variable, true, {}).valid());
 }
 
-TEST_F(KelChartVariableCacheTest, DisabledOrEmptyVariablesGiveAnInvalidEmptyCache)
+// Ties, signed zeros, denormals and infinities come out as a comparison stable sort puts them; NaN goes
+// last in input order.
+TEST(KelStableOrder, EqualsTheComparisonStableSortWithNaNLast)
 {
-    orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
-    KelChartVariable& v = makeVariable({{1, 1}}, false);
-    v.enabled.set(false);
-    KelChartVariableCache disabled(v, true, {});
-    EXPECT_FALSE(disabled.valid());
-    EXPECT_TRUE(disabled.index().empty());
-    EXPECT_EQ(capture.texts(orvdebug::Stream::Log), std::vector<std::string>{"caching : T1"});
-
-    v.enabled.set(true);
-    v.variableiter.clear();
-    KelChartVariableCache empty(v, true, {});
-    EXPECT_FALSE(empty.valid());
-    EXPECT_FALSE(empty.bounds().defined());
-    EXPECT_EQ(capture.texts(orvdebug::Stream::Log).back(), "\tsize : 0");
-}
-
-TEST_F(KelChartVariableCacheTest, MinXDeltaAndFillBaseLine)
-{
-    KelChartVariableCache spaced(makeVariable({{1, 2}, {4, 5}, {6, 3}}, false), false, {});
-    EXPECT_EQ(spaced.minXDelta(), 2.0);
-    EXPECT_EQ(spaced.fillBaseLine(), 2.0);
-    KelChartVariableCache single(makeVariable({{5, -2}, {5, -5}}, false), false, {});
-    EXPECT_EQ(single.fillBaseLine(), -2.0);
-    KelChartVariableCache none;
-    EXPECT_EQ(none.minXDelta(), 0.0);
-    EXPECT_FALSE(none.valid());
-    KelChartVariableCache straddling(makeVariable({{5, -1}, {3, 3}}, false), false, {});
-    EXPECT_EQ(straddling.fillBaseLine(), 0.0);
-    EXPECT_EQ(straddling.minXDelta(), -2.0);
-}
-
-TEST_F(KelChartVariableCacheTest, CopiesShareNothingAndMovesEmptyTheSource)
-{
-    KelChartVariableCache cache(makeVariable({{1, 2}, {4, 5}}, false), false, {});
-    KelChartVariableCache copy(cache);
-    EXPECT_EQ(copy.x(), cache.x());
-    KelChartVariableCache moved(std::move(cache));
-    EXPECT_EQ(moved.x(), copy.x());
-    EXPECT_TRUE(cache.x().empty()); // NOLINT(bugprone-use-after-move): a move empties the source
-    EXPECT_EQ(&moved.variable(), &variable);
-}
-
-TEST(KelStableOrder, EqualsTheComparisonStableSortOnTiesAndInfinities)
-{
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double pool[] = {-infinity, -1e300, -2.5, -0.0, 0.0, 1e-310, 3.0, 3.0, 1e300, infinity};
     std::mt19937 random(7);
     std::uniform_int_distribution<int> pick(0, 9);
-    const double pool[] = {-std::numeric_limits<double>::infinity(), -1e300, -2.5, -0.0, 0.0, 1e-310, 3.0, 3.0,
-                           1e300, std::numeric_limits<double>::infinity()};
     std::vector<double> values(5000);
     for (double& v : values)
         v = pool[pick(random)];
@@ -223,14 +201,36 @@ TEST(KelStableOrder, EqualsTheComparisonStableSortOnTiesAndInfinities)
     std::stable_sort(expected.begin(), expected.end(), [&](size_t a, size_t b) { return values[a] < values[b]; });
     const auto order = KelStableOrder::byKey<std::uint32_t>(keys);
     EXPECT_TRUE(std::equal(order.begin(), order.end(), expected.begin()));
-}
 
-TEST(KelStableOrder, NaNGoesLastInInputOrder)
-{
-    const double nanValue = std::numeric_limits<double>::quiet_NaN();
-    const std::vector<double> values{nanValue, 2, std::numeric_limits<double>::infinity(), -nanValue, 1};
-    std::vector<std::uint64_t> keys;
-    for (double v : values)
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    keys.clear();
+    for (double v : {nan, 2.0, infinity, -nan, 1.0})
         keys.push_back(KelStableOrder::key(v));
     EXPECT_EQ(KelStableOrder::byKey<size_t>(keys), (std::vector<size_t>{4, 1, 2, 0, 3}));
 }
+
+// Items ascend for `GetParam()` items, then come in random order: the cache
+// places them as read until the first descent, then starts over sorting.
+TEST_P(KelChartVariableCacheOrder, EqualsAPlainStableSortOfTheItems)
+{
+    std::mt19937 random(11);
+    const float pool[] = {-inf, -2.5f, -0.0f, 0.0f, 1, 3, 3, 1e30f, inf};
+    std::uniform_int_distribution<int> pick(0, 8);
+    std::uniform_int_distribution<int> chance(0, 9);
+    std::vector<Item> items(200);
+    for (Item& item : items) {
+        item = {pool[pick(random)], static_cast<float>(pick(random)), chance(random) == 0, chance(random) == 0};
+        item.yUndefined = item.yUndefined && !item.xUndefined; // a completely undefined item is reported
+    }
+    std::sort(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(GetParam()),
+              [](const Item& a, const Item& b) { return a.x < b.x; });
+    for (const bool sort : {true, false}) {
+        const KelChartVariableCache cache(makeVariable(items, false), sort, {});
+        const Expected expected = plainCache(items, sort);
+        EXPECT_EQ(std::tie(cache.index(), cache.x(), cache.y(), cache.xUndef(), cache.yUndef()),
+                  std::tie(expected.index, expected.x, expected.y, expected.xUndef, expected.yUndef))
+            << "sort " << sort;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AscendingPrefix, KelChartVariableCacheOrder, ::testing::Values(0, 1, 150, 200));

@@ -33,34 +33,21 @@ protected:
 TEST_F(KelChartVariableListCacheTest, CachesAreStableSortedByOrderAndSkipInvalidOnes)
 {
     add("c", 3, {1}, {1});
-    add("a", 1, {1}, {1});
-    add("b1", 2, {1}, {1});
+    add("a", 1, {3, 1, 2}, {1, 1, 1})->style.componentSortAxis.set(0);
+    add("b1", 2, {3, 1, 2}, {1, 1, 1});
     add("b2", 2, {1}, {1});
     add("off", 0, {1}, {1})->enabled.set(false);
     add("empty", 0, {}, {});
     KelChartVariableListCache cache(list);
     EXPECT_EQ(names(cache), (QStringList{"a", "b1", "b2", "c"}));
-}
-
-TEST_F(KelChartVariableListCacheTest, VectorFormSkipsNullsAndPassesPositionAxes)
-{
-    KelChartVariable* v = add("v", 0, {10, 20, 30}, {1, 2, 3});
-    v->xAxis.set("pos");
-    KelChartVariableListCache cache({nullptr, v}, {"pos"});
-    ASSERT_EQ(cache.size(), 1u);
-    EXPECT_EQ(cache.cache(0).x(), (std::vector<double>{0, 1, 2}));
-}
-
-TEST_F(KelChartVariableListCacheTest, ComponentSortAxisZeroSortsByX)
-{
-    add("sorted", 0, {3, 1, 2}, {30, 10, 20})->style.componentSortAxis.set(0);
-    add("kept", 1, {3, 1, 2}, {30, 10, 20});
-    KelChartVariableListCache cache(list);
+    // Component sort axis 0 sorts by x.
     EXPECT_EQ(cache.cache(0).x(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(cache.cache(1).x(), (std::vector<double>{3, 1, 2}));
+    // The vector form skips nulls.
+    EXPECT_EQ(KelChartVariableListCache({nullptr, list[0u]}, {}).size(), 1u);
 }
 
-TEST_F(KelChartVariableListCacheTest, AggregatesAreComputedOnceAndCleared)
+TEST_F(KelChartVariableListCacheTest, AggregatesAreComputedOnceCopiedAndCleared)
 {
     add("a", 0, {0, 0.5, 1}, {-1, 2, 3});
     add("b", 1, {0, 2, 4, 6, 8, 10, 12}, {5, 6, 7, 8, 9, 10, 11});
@@ -70,21 +57,15 @@ TEST_F(KelChartVariableListCacheTest, AggregatesAreComputedOnceAndCleared)
     EXPECT_EQ(cache.bounds().min(), Orv::Math::Vector3(0, -1, 0));
     EXPECT_EQ(cache.bounds().max(), Orv::Math::Vector3(12, 11, 0));
     EXPECT_EQ(cache.fillBaseLine(), 0.0);
+    EXPECT_EQ(KelChartVariableListCache(cache).minXDelta(), 0.5);
 
-    KelChartVariableListCache copy(cache);
-    EXPECT_EQ(copy.minXDelta(), 0.5);
+    // A cleared cache and an empty one hold the markers of "not computed".
     cache.clear();
-    EXPECT_EQ(cache.size(), 0u);
-    EXPECT_FALSE(cache.bounds().defined());
-    EXPECT_EQ(cache.maxScalarLen(), 0);
-    EXPECT_EQ(cache.minXDelta(), -1.0);
-}
-
-TEST_F(KelChartVariableListCacheTest, EmptyCacheMarkersStayUntilComputed)
-{
-    KelChartVariableListCache empty;
-    EXPECT_EQ(empty.minXDelta(), -1.0);
-    EXPECT_FALSE(empty.bounds().defined());
-    EXPECT_EQ(empty.maxScalarLen(), 0);
-    EXPECT_EQ(empty.fillBaseLine(), 0.0);
+    for (const KelChartVariableListCache& empty : {cache, KelChartVariableListCache()}) {
+        EXPECT_EQ(empty.size(), 0u);
+        EXPECT_FALSE(empty.bounds().defined());
+        EXPECT_EQ(empty.maxScalarLen(), 0);
+        EXPECT_EQ(empty.minXDelta(), -1.0);
+        EXPECT_EQ(empty.fillBaseLine(), 0.0);
+    }
 }

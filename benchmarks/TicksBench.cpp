@@ -1,0 +1,73 @@
+// NiceIntervals with all its labels, over a spread of ranges and counts.
+
+#include "BenchData.h"
+#include "TickCases.h"
+
+#include "NiceIntervals.h"
+
+#include <cmath>
+#include <random>
+
+namespace bench {
+
+const std::vector<TickCase>& tickCases()
+{
+    static const std::vector<TickCase> cases = [] {
+        std::mt19937_64 random(42);
+        std::uniform_real_distribution<double> decade(-6.0, 9.0);
+        std::uniform_real_distribution<double> offset(-3.0, 3.0);
+        std::uniform_int_distribution<int> count(2, 12);
+        std::vector<TickCase> made(1024);
+        for (TickCase& c : made) {
+            const double span = std::pow(10.0, decade(random));
+            c.min = offset(random) * span;
+            c.max = c.min + span;
+            c.count = count(random);
+        }
+        return made;
+    }();
+    return cases;
+}
+
+} // namespace bench
+
+namespace {
+
+void TicksNiceIntervals(benchmark::State& state)
+{
+    const auto& cases = bench::tickCases();
+    const Orv::Math::NumberFormat format;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        const bench::TickCase& c = cases[next++ % cases.size()];
+        const Orv::Math::NiceIntervals intervals(c.min, c.max, c.count, true, true, format);
+        for (int i = 0; i < intervals.size(); ++i)
+            benchmark::DoNotOptimize(intervals.label(i));
+    }
+    bench::reportItems(state, 1, 0);
+}
+
+} // namespace
+
+BENCHMARK(TicksNiceIntervals);
+
+namespace {
+
+// The same without labels, as Qwt's scale engine is measured.
+void TicksNiceIntervalsNoLabels(benchmark::State& state)
+{
+    const auto& cases = bench::tickCases();
+    const Orv::Math::NumberFormat format;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        const bench::TickCase& c = cases[next++ % cases.size()];
+        const Orv::Math::NiceIntervals intervals(c.min, c.max, c.count, true, true, format);
+        for (int i = 0; i < intervals.size(); ++i)
+            benchmark::DoNotOptimize(intervals.value(i));
+    }
+    bench::reportItems(state, 1, 0);
+}
+
+} // namespace
+
+BENCHMARK(TicksNiceIntervalsNoLabels);

@@ -1,0 +1,139 @@
+#include "AxisPainter.h"
+
+#include "KelChartAxis.h"
+#include "NumberText.h"
+#include "TextStyle.h"
+
+namespace kelchart {
+
+namespace {
+
+constexpr double tickLength = 5;
+constexpr double labelGap = 3;
+constexpr double labelSize = 40;
+
+bool horizontal(AxisSide side)
+{
+    return side == AxisSide::Bottom || side == AxisSide::Top;
+}
+
+// The direction away from the plot, in pixels.
+QPointF outward(AxisSide side)
+{
+    switch (side) {
+    case AxisSide::Bottom:
+        return {0, 1};
+    case AxisSide::Top:
+        return {0, -1};
+    case AxisSide::Left:
+        return {-1, 0};
+    case AxisSide::Right:
+        break;
+    }
+    return {1, 0};
+}
+
+// The other end of a grid line that starts on the axis's plot edge.
+QPointF across(const QRectF& plot, AxisSide side, QPointF from)
+{
+    return horizontal(side) ? QPointF(from.x(), side == AxisSide::Bottom ? plot.top() : plot.bottom())
+                            : QPointF(side == AxisSide::Left ? plot.right() : plot.left(), from.y());
+}
+
+} // namespace
+
+AxisPainter::AxisPainter(QPainter& painter, const ChartLayout& layout)
+    : m_painter(painter)
+    , m_layout(layout)
+{
+}
+
+QString AxisPainter::caption(const AxisResult& axis)
+{
+    QString text = axis.axis->title.get();
+    if (!axis.unitLabel.isEmpty())
+        text += QStringLiteral(" [") + axis.unitLabel + QLatin1Char(']');
+    if (axis.factor != 1.0)
+        text += QStringLiteral(" (\u00d7 ") + numberText(axis.factor) + QLatin1Char(')');
+    return text.trimmed();
+}
+
+void AxisPainter::paintGrid(const AxisResult& axis)
+{
+    if (axis.side == AxisSide::Top || axis.side == AxisSide::Right)
+        return;
+    m_painter.setPen(QPen(axis.axis->gridColor.get(), 1.0, Qt::DotLine));
+    for (const Tick& tick : axis.ticks) {
+        const QPointF from = m_layout.alongAxis(axis.side, tick.position);
+        m_painter.drawLine(from, across(m_layout.plot(), axis.side, from));
+    }
+}
+
+void AxisPainter::paintAxis(const AxisResult& axis)
+{
+    const QColor tickColour = axis.axis->tickColor.get();
+    m_painter.setPen(QPen(tickColour, 1.0));
+    m_painter.drawLine(m_layout.alongAxis(axis.side, 0.0), m_layout.alongAxis(axis.side, 1.0));
+    for (const Tick& tick : axis.ticks) {
+        const QPointF at = m_layout.alongAxis(axis.side, tick.position);
+        m_painter.setPen(QPen(tickColour, 1.0));
+        m_painter.drawLine(at, at + outward(axis.side) * tickLength);
+        paintTickLabel(axis, tick);
+    }
+    paintCaption(axis);
+}
+
+void AxisPainter::paintTickLabel(const AxisResult& axis, const Tick& tick)
+{
+    const QPointF at = m_layout.alongAxis(axis.side, tick.position) + outward(axis.side) * (tickLength + labelGap);
+    m_painter.setFont(pixelFont(11));
+    switch (axis.side) {
+    case AxisSide::Bottom:
+        return paintText(QRectF(at.x() - labelSize, at.y(), 2 * labelSize, 14), Qt::AlignHCenter | Qt::AlignTop,
+                         tick.label, axis);
+    case AxisSide::Top:
+        return paintText(QRectF(at.x() - labelSize, at.y() - 14, 2 * labelSize, 14),
+                         Qt::AlignHCenter | Qt::AlignBottom, tick.label, axis);
+    case AxisSide::Left:
+        return paintText(QRectF(at.x() - labelSize, at.y() - 7, labelSize, 14), Qt::AlignRight | Qt::AlignVCenter,
+                         tick.label, axis);
+    case AxisSide::Right:
+        break;
+    }
+    paintText(QRectF(at.x(), at.y() - 7, labelSize, 14), Qt::AlignLeft | Qt::AlignVCenter, tick.label, axis);
+}
+
+// Captions of vertical axes run along the axis, read from below for the left
+// axis and from above for the right one.
+void AxisPainter::paintCaption(const AxisResult& axis)
+{
+    const QRectF band = m_layout.axisBand(axis.side);
+    m_painter.setFont(pixelFont(12));
+    m_painter.save();
+    QRectF box(0, 0, horizontal(axis.side) ? band.width() : band.height(), 16);
+    switch (axis.side) {
+    case AxisSide::Bottom:
+        m_painter.translate(band.left(), band.bottom() - 18);
+        break;
+    case AxisSide::Top:
+        m_painter.translate(band.left(), band.top() + 2);
+        break;
+    case AxisSide::Left:
+        m_painter.translate(band.left() + 2, band.bottom());
+        m_painter.rotate(-90);
+        break;
+    case AxisSide::Right:
+        m_painter.translate(band.right() - 2, band.top());
+        m_painter.rotate(90);
+        break;
+    }
+    paintText(box, Qt::AlignCenter, caption(axis), axis);
+    m_painter.restore();
+}
+
+void AxisPainter::paintText(const QRectF& box, int flags, const QString& text, const AxisResult& axis)
+{
+    paintShadowedText(m_painter, box, flags, text, axis.axis->labelColor.get(), axis.axis->labelShadowColor.get());
+}
+
+} // namespace kelchart

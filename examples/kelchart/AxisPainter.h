@@ -1,0 +1,33 @@
+#pragma once
+// Draws an axis from its pipeline result: the axis line along its plot edge,
+// a tick and a label at each of the scale's tick positions, grid lines for the
+// first axis of each direction, and the caption: the axis title, its unit
+// label in brackets, and the scale's factor where it is not 1.
+
+#include "ChartLayout.h"
+#include "Pipeline.h"
+
+#include <QPainter>
+
+namespace kelchart {
+
+class AxisPainter {
+public:
+    AxisPainter(QPainter& painter, const ChartLayout& layout);
+
+    void paintGrid(const AxisResult& axis);
+    void paintAxis(const AxisResult& axis);
+
+    // "title [unit] (x factor)", leaving out what is empty or 1.
+    static QString caption(const AxisResult& axis);
+
+private:
+    void paintTickLabel(const AxisResult& axis, const Tick& tick);
+    void paintCaption(const AxisResult& axis);
+    void paintText(const QRectF& box, int flags, const QString& text, const AxisResult& axis);
+
+    QPainter& m_painter;
+    const ChartLayout& m_layout;
+};
+
+} // namespace kelchart

@@ -1,0 +1,60 @@
+#pragma once
+// Where the parts of a chart go in an image: title band, plot area, axis
+// bands and legend rows. Margins are fixed pixel sizes, independent of fonts,
+// so that the report can tell where the plot lies on any machine.
+//
+// The plot area shows the normalised cube's x and y from -1 to 1; an axis's
+// relative positions run from its start (left, bottom) to its end.
+
+#include "Pipeline.h"
+
+#include "Vector.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <QSize>
+
+#include <cstddef>
+#include <vector>
+
+namespace kelchart {
+
+class ChartLayout {
+public:
+    // Smallest image size that leaves a usable plot area.
+    static constexpr int minimumWidth = 240;
+    static constexpr int minimumHeight = 180;
+
+    ChartLayout(const Pipeline& pipeline, QSize size);
+
+    QSize size() const { return m_size; }
+    QRectF titleArea() const { return m_title; }
+    QRectF plot() const { return m_plot; }
+    // The band beside the plot where an axis's ticks, labels and caption go.
+    QRectF axisBand(AxisSide side) const;
+
+    // The cache positions of the variables shown in the legend, in order.
+    const std::vector<std::size_t>& legendEntries() const { return m_legendEntries; }
+    QRectF legendCell(std::size_t entry) const;
+
+    // The pixel of a point of the normalised cube (z is ignored).
+    QPointF toPixel(const Orv::Math::Vector3& cube) const;
+    // The pixel at a relative position along the plot edge of that side.
+    QPointF alongAxis(AxisSide side, double position) const;
+
+private:
+    static constexpr double titleHeight = 32;
+    static constexpr double horizontalAxisHeight = 46;
+    static constexpr double verticalAxisWidth = 74;
+    static constexpr double emptySide = 16;
+    static constexpr double legendCellWidth = 190;
+    static constexpr double legendRowHeight = 20;
+
+    QSize m_size;
+    QRectF m_title;
+    QRectF m_plot;
+    std::vector<std::size_t> m_legendEntries;
+    int m_legendColumns = 1;
+};
+
+} // namespace kelchart

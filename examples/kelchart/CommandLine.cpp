@@ -1,0 +1,103 @@
+#include "CommandLine.h"
+
+#include "ChartLayout.h"
+#include "Failure.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace kelchart {
+
+namespace {
+
+constexpr int largestSide = 10000;
+constexpr unsigned largestTickCount = 1000;
+
+[[noreturn]] void usageFault(const QString& message)
+{
+    throw Failure(message + QStringLiteral(" (see kelchart --help)"), Failure::BadUsage);
+}
+
+QSize parseSize(const QString& text)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    const QSize size = match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+    if (!match.hasMatch() || size.width() < ChartLayout::minimumWidth || size.height() < ChartLayout::minimumHeight
+        || size.width() > largestSide || size.height() > largestSide)
+        usageFault(QStringLiteral("--size %1: expected WIDTHxHEIGHT from %2x%3 to %4x%4 pixels")
+                       .arg(text)
+                       .arg(ChartLayout::minimumWidth)
+                       .arg(ChartLayout::minimumHeight)
+                       .arg(largestSide));
+    return size;
+}
+
+unsigned parseTickCount(const QString& text)
+{
+    bool ok = false;
+    const unsigned count = text.toUInt(&ok);
+    if (!ok || count < 1 || count > largestTickCount)
+        usageFault(QStringLiteral("--ticks %1: expected a whole number from 1 to %2").arg(text).arg(largestTickCount));
+    return count;
+}
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(QStringLiteral(
+        "Draws a chart with the chart library: the built-in sample, or the data of a CSV file whose header "
+        "names the columns (a unit in brackets, \"T [degC]\"), x first."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("data.csv"), QStringLiteral("Data to draw instead of the sample."),
+                                 QStringLiteral("[data.csv]"));
+    parser.addOptions({
+        {QStringLiteral("set"), QStringLiteral("Writes a property by its path from the chart, e.g. "
+                                               "axis.y/axis.y.left/autoScale=false. Repeatable."),
+         QStringLiteral("PATH=VALUE")},
+        {QStringLiteral("save"), QStringLiteral("Saves the chart (without data) as JSON."), QStringLiteral("FILE")},
+        {QStringLiteral("load"), QStringLiteral("Loads the chart from a saved file; data still come from the "
+                                                "CSV file or the sample, by variable name."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("report"), QStringLiteral("Prints the pipeline's results in full.")},
+        {QStringLiteral("size"), QStringLiteral("Image size, default 800x500."), QStringLiteral("WxH")},
+        {QStringLiteral("ticks"), QStringLiteral("Wanted number of tick intervals, default 8."), QStringLiteral("N")},
+        {QStringLiteral("png"), QStringLiteral("PNG file to write, default kelchart.png."), QStringLiteral("FILE")},
+        {QStringLiteral("svg"), QStringLiteral("SVG file to write, default kelchart.svg."), QStringLiteral("FILE")},
+        {QStringLiteral("no-images"), QStringLiteral("Writes no PNG and no SVG.")},
+    });
+}
+
+} // namespace
+
+Options parseCommandLine(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    if (!parser.parse(arguments))
+        usageFault(parser.errorText());
+    Options options;
+    if (parser.isSet(QStringLiteral("help"))) {
+        options.helpText = parser.helpText();
+        return options;
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() > 1)
+        usageFault(QStringLiteral("expected at most one CSV file, got %1 arguments").arg(positional.size()));
+    options.csvPath = positional.value(0);
+    options.loadPath = parser.value(QStringLiteral("load"));
+    options.savePath = parser.value(QStringLiteral("save"));
+    options.assignments = parser.values(QStringLiteral("set"));
+    options.fullReport = parser.isSet(QStringLiteral("report"));
+    options.drawImages = !parser.isSet(QStringLiteral("no-images"));
+    if (parser.isSet(QStringLiteral("png")))
+        options.pngPath = parser.value(QStringLiteral("png"));
+    if (parser.isSet(QStringLiteral("svg")))
+        options.svgPath = parser.value(QStringLiteral("svg"));
+    if (parser.isSet(QStringLiteral("size")))
+        options.size = parseSize(parser.value(QStringLiteral("size")));
+    if (parser.isSet(QStringLiteral("ticks")))
+        options.tickCount = parseTickCount(parser.value(QStringLiteral("ticks")));
+    return options;
+}
+
+} // namespace kelchart

@@ -1,0 +1,31 @@
+#pragma once
+// The example host's command line:
+//   kelchart [options] [data.csv]
+// Without a CSV file it draws the built-in sample. Usage faults throw a
+// Failure with the BadUsage status.
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+namespace kelchart {
+
+struct Options {
+    QString csvPath;
+    QString loadPath;
+    QString savePath;
+    QString pngPath = QStringLiteral("kelchart.png");
+    QString svgPath = QStringLiteral("kelchart.svg");
+    bool drawImages = true;
+    QStringList assignments;
+    bool fullReport = false;
+    QSize size = QSize(800, 500);
+    unsigned tickCount = 8;
+    // Set by --help: the usage text, and nothing else is to be done.
+    QString helpText;
+};
+
+// Parses the arguments, program name first.
+Options parseCommandLine(const QStringList& arguments);
+
+} // namespace kelchart

@@ -1,0 +1,20 @@
+#pragma once
+// Sets a new 2-D chart up for data read from a CSV file:
+//   - the x column's axis is the first of the x pair, "axis.x.bottom":
+//     continuous for numeric x, discrete for text x;
+//   - the series go on the first y axis, "axis.y.left", while their units are
+//     of its first series' dimension; a series of another dimension opens the
+//     second y axis, "axis.y.right", for its dimension. A third dimension stays
+//     on the left axis, where the unit update refuses it with a warning;
+//   - one variable per series, named after its column, in column order, with
+//     palette colours: lines over continuous x, grouped bars over discrete x.
+
+#include "DataSet.h"
+
+#include "KelChart2D.h"
+
+namespace kelchart {
+
+void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& title);
+
+} // namespace kelchart

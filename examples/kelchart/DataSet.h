@@ -1,0 +1,41 @@
+#pragma once
+// Chart data as the host holds them before handing them to the variables'
+// iterators: one x and one y column per series, each with its unit and one
+// undefined flag per value. Data are not part of the chart's persisted form.
+
+#include <QString>
+#include <QStringList>
+
+#include <cstddef>
+#include <vector>
+
+namespace kelchart {
+
+struct DataColumn {
+    QString name;
+    QString unit;
+    std::vector<float> values;
+    std::vector<bool> undefined;
+
+    void append(float value, bool isUndefined)
+    {
+        values.push_back(value);
+        undefined.push_back(isUndefined);
+    }
+    std::size_t size() const { return values.size(); }
+};
+
+// A series is named after its y column; the variable of that name receives it.
+struct DataSeries {
+    DataColumn x;
+    DataColumn y;
+};
+
+struct DataSet {
+    std::vector<DataSeries> series;
+    // The x values are category indices 0, 1, 2, ... with these labels.
+    bool discreteX = false;
+    QStringList categories;
+};
+
+} // namespace kelchart

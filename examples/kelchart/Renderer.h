@@ -1,0 +1,34 @@
+#pragma once
+// Draws a chart from the results of its pipeline with Qt's painter: title,
+// grid, series, axes and legend, onto a PNG image or an SVG drawing. All
+// positions come from the pipeline's scales and matrices through the layout.
+
+#include "ChartLayout.h"
+#include "Pipeline.h"
+
+#include <QPainter>
+#include <QSize>
+#include <QString>
+
+namespace kelchart {
+
+class Renderer {
+public:
+    Renderer(const Pipeline& pipeline, QSize size);
+
+    const ChartLayout& layout() const { return m_layout; }
+
+    void paint(QPainter& painter) const;
+    void writePng(const QString& path) const;
+    void writeSvg(const QString& path) const;
+
+private:
+    void paintTitle(QPainter& painter) const;
+    void paintLegend(QPainter& painter) const;
+    void paintLegendEntry(QPainter& painter, const KelChartVariable& variable, const QRectF& cell) const;
+
+    const Pipeline& m_pipeline;
+    ChartLayout m_layout;
+};
+
+} // namespace kelchart

@@ -1,0 +1,33 @@
+#pragma once
+// Text as the chart draws it: fonts sized in pixels, so that text keeps its
+// size against the pixel layout, and texts with an optional shadow one pixel
+// down and right, drawn when the shadow colour is not fully transparent.
+
+#include <QColor>
+#include <QFont>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+
+namespace kelchart {
+
+inline QFont pixelFont(int pixels, bool bold = false)
+{
+    QFont font;
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+inline void paintShadowedText(QPainter& painter, const QRectF& box, int flags, const QString& text,
+                              const QColor& colour, const QColor& shadow)
+{
+    if (shadow.alpha() > 0) {
+        painter.setPen(shadow);
+        painter.drawText(box.translated(1, 1), flags, text);
+    }
+    painter.setPen(colour);
+    painter.drawText(box, flags, text);
+}
+
+} // namespace kelchart

@@ -1,0 +1,307 @@
+// Runs the built kelchart executable as a user would.
+
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QImage>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+class KelchartTest : public ::testing::Test {
+protected:
+    KelchartRun run(const QStringList& arguments) { return runKelchart(arguments, m_dir.path()); }
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    QStringList files() const { return QDir(m_dir.path()).entryList(QDir::Files, QDir::Name); }
+
+    QTemporaryDir m_dir;
+};
+
+bool near(QRgb a, QRgb b, int tolerance)
+{
+    return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance
+           && std::abs(qBlue(a) - qBlue(b)) <= tolerance;
+}
+
+// Whether the colour is found within a pixel of the point.
+bool colourAt(const QImage& image, QPointF at, QRgb colour)
+{
+    for (int dy = -1; dy <= 1; ++dy)
+        for (int dx = -1; dx <= 1; ++dx)
+            if (near(image.pixel(static_cast<int>(at.x()) + dx, static_cast<int>(at.y()) + dy), colour, 8))
+                return true;
+    return false;
+}
+
+int countColour(const QImage& image, QRgb colour)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += near(image.pixel(x, y), colour, 4) ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+TEST_F(KelchartTest, NoArgumentDrawsTheSampleAndSummarises)
+{
+    const KelchartRun result = run({});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("kelchart.png"), QStringLiteral("kelchart.svg")}));
+    EXPECT_TRUE(result.out.contains("4 of 4 variables drawn"));
+    EXPECT_TRUE(result.out.contains("wrote kelchart.png and kelchart.svg"));
+    EXPECT_TRUE(result.err.isEmpty()) << result.err.toStdString();
+    const QImage image(path(QStringLiteral("kelchart.png")));
+    EXPECT_EQ(image.size(), QSize(800, 500));
+}
+
+// The expected text was checked by hand against the sample's data: ranges,
+// ticks, unit labels, the degF sensor's bounds in degC, and the matrices.
+TEST_F(KelchartTest, SampleReportIsTheCheckedOne)
+{
+    const KelchartRun result = run({QStringLiteral("--report"), QStringLiteral("--no-images")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(QString::fromUtf8(result.out), QString::fromUtf8(readAll(testDataPath(QStringLiteral("sample-report.txt")))));
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(KelchartTest, SavedSampleLoadsToTheSameReportAndFile)
+{
+    const QString saved = path(QStringLiteral("sample.json"));
+    const QString again = path(QStringLiteral("again.json"));
+    const KelchartRun first = run({QStringLiteral("--report"), QStringLiteral("--no-images"), QStringLiteral("--save"), saved});
+    const KelchartRun second = run({QStringLiteral("--report"), QStringLiteral("--no-images"), QStringLiteral("--load"),
+                                    saved, QStringLiteral("--save"), again});
+    EXPECT_EQ(second.exitCode, 0) << second.err.toStdString();
+    EXPECT_EQ(first.out, second.out);
+    EXPECT_EQ(readAll(saved), readAll(again));
+}
+
+TEST_F(KelchartTest, SetChangesWhatIsDrawnAndSaved)
+{
+    const KelchartRun result =
+        run({QStringLiteral("--report"), QStringLiteral("--no-images"), QStringLiteral("--set"),
+             QStringLiteral("axis.y/axis.y.left/autoScale=false"), QStringLiteral("--set"),
+             QStringLiteral("axis.y/axis.y.left/min=-20"), QStringLiteral("--set"),
+             QStringLiteral("axis.y/axis.y.left/max=20"), QStringLiteral("--set"), QStringLiteral("variable/T2/enabled=false"),
+             QStringLiteral("--save"), path(QStringLiteral("set.json"))});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const QString report = QString::fromUtf8(result.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.y.left\" at the left, continuous\n  range: -20 .. 20\n")));
+    EXPECT_TRUE(report.contains(QStringLiteral("4 in the chart, 4 with accepted units, 3 cached")));
+    EXPECT_FALSE(report.contains(QStringLiteral("variable \"T2\"")));
+    EXPECT_TRUE(readAll(path(QStringLiteral("set.json"))).contains("\"value\": \"-20\""));
+}
+
+TEST_F(KelchartTest, CsvWithContinuousXPutsEachDimensionOnItsOwnAxis)
+{
+    writeText(path(QStringLiteral("weather.csv")),
+              "time [min],T [degC],T out [degF],p [kPa]\n0,20,50,101\n30,21,,101.2\n60,22,59,nan\n");
+    const KelchartRun result = run({QStringLiteral("weather.csv"), QStringLiteral("--report"), QStringLiteral("--no-images")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const QString report = QString::fromUtf8(result.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("title \"weather\"")));
+    EXPECT_TRUE(report.contains(QStringLiteral("3 in the chart, 3 with accepted units, 3 cached")));
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.x.bottom\" at the bottom, continuous")));
+    EXPECT_TRUE(report.contains(QStringLiteral("unit label: \"min\"")));
+    EXPECT_TRUE(report.contains(QStringLiteral("variable \"T out\" on \"axis.x.bottom\" and \"axis.y.left\"")));
+    EXPECT_TRUE(report.contains(QStringLiteral("variable \"p\" on \"axis.x.bottom\" and \"axis.y.right\"")));
+    // 50 degF and 59 degF are 10 and 15 degC; the empty cell is a point without y.
+    EXPECT_TRUE(report.contains(QStringLiteral("cache: 3 items, 2 points, 1 without y, 0 without x\n"
+                                               "  bounds: (0, 10) .. (60, 15)")));
+}
+
+TEST_F(KelchartTest, CsvWithTextXDrawsCategories)
+{
+    writeText(path(QStringLiteral("fruit.csv")), "fruit,sold,kept\napple,3,1\npear,5,\nplum,2,4\n");
+    const KelchartRun result = run({QStringLiteral("fruit.csv"), QStringLiteral("--report")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const QString report = QString::fromUtf8(result.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.x.bottom\" at the bottom, discrete\n  range: 0 .. 3\n")));
+    EXPECT_TRUE(report.contains(QStringLiteral("0 \"apple\" at ")));
+    EXPECT_TRUE(report.contains(QStringLiteral("2 \"plum\" at ")));
+    EXPECT_TRUE(QFile::exists(path(QStringLiteral("kelchart.png"))));
+}
+
+TEST_F(KelchartTest, LargeValuesAreLabelledWithAFactor)
+{
+    writeText(path(QStringLiteral("big.csv")), "x,count\n0,1000000\n1,5000000\n");
+    const KelchartRun result = run({QStringLiteral("big.csv"), QStringLiteral("--report"), QStringLiteral("--no-images")});
+    const QString report = QString::fromUtf8(result.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.y.left\" at the left, continuous\n"
+                                               "  range: 500000 .. 5500000\n  factor: 1000000\n")))
+        << report.toStdString();
+    EXPECT_TRUE(report.contains(QStringLiteral("    5000000 \"5.0\" at 0.9\n")));
+}
+
+// Each series' colour is found where its matrix maps a known data point.
+TEST_F(KelchartTest, SeriesColoursLieWhereTheMatricesMapTheirPoints)
+{
+    writeText(path(QStringLiteral("lines.csv")), "x,up [m],down [m]\n0,1,9\n1,3,7\n2,5,5.5\n3,7,3\n4,9,1\n");
+    const QStringList arguments = {
+        QStringLiteral("lines.csv"), QStringLiteral("--report"), QStringLiteral("--size"), QStringLiteral("640x400"),
+        QStringLiteral("--set"), QStringLiteral("variable/up/style/lineColor=#ff0000"),
+        QStringLiteral("--set"), QStringLiteral("variable/up/style/lineWidth=5"),
+        QStringLiteral("--set"), QStringLiteral("variable/down/style/lineColor=#0000ff"),
+        QStringLiteral("--set"), QStringLiteral("variable/down/style/lineWidth=5")};
+    const KelchartRun result = run(arguments);
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const QString report = QString::fromUtf8(result.out);
+    const QImage image(path(QStringLiteral("kelchart.png")));
+    ASSERT_EQ(image.size(), QSize(640, 400));
+    const double xs[] = {0, 1, 3, 4};
+    for (const double x : xs) {
+        EXPECT_TRUE(colourAt(image, pixelOf(report, QStringLiteral("up"), x, 1 + 2 * x), qRgb(255, 0, 0))) << x;
+        EXPECT_TRUE(colourAt(image, pixelOf(report, QStringLiteral("down"), x, 9 - 2 * x), qRgb(0, 0, 255))) << x;
+    }
+    // Away from the lines there is only the background.
+    EXPECT_TRUE(colourAt(image, pixelOf(report, QStringLiteral("up"), 1, 8), qRgb(255, 255, 255)));
+}
+
+TEST_F(KelchartTest, SampleImagesShowEverySeriesColour)
+{
+    ASSERT_EQ(run({}).exitCode, 0);
+    const QImage image(path(QStringLiteral("kelchart.png")));
+    const QRgb colours[] = {qRgb(0xe1, 0x57, 0x59), qRgb(0x4e, 0x79, 0xa7), qRgb(0x59, 0xa1, 0x4f)};
+    for (const QRgb colour : colours)
+        EXPECT_GT(countColour(image, colour), 200) << std::hex << colour;
+
+    QFile svg(path(QStringLiteral("kelchart.svg")));
+    ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&svg);
+    QSet<QString> strokes;
+    while (!xml.atEnd())
+        if (xml.readNext() == QXmlStreamReader::StartElement)
+            strokes << xml.attributes().value(QStringLiteral("stroke")).toString();
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    for (const char* colour : {"#e15759", "#4e79a7", "#59a14f", "#b07aa1"})
+        EXPECT_TRUE(strokes.contains(QString::fromLatin1(colour))) << colour;
+}
+
+TEST_F(KelchartTest, OtherChartKindsLoadAndSaveWithoutDrawing)
+{
+    writeText(path(QStringLiteral("pie.json")),
+              "{\"format\": \"kelchart chart\", \"version\": 1, \"root\": {\"type\": \"chart.pie\", \"name\": \"pie\","
+              " \"properties\": [{\"name\": \"showPercentages\", \"value\": \"false\", \"unit\": \"\"}],"
+              " \"children\": []}}");
+    const KelchartRun result = run({QStringLiteral("--load"), QStringLiteral("pie.json"), QStringLiteral("--save"),
+                                    QStringLiteral("out.json"), QStringLiteral("--set"), QStringLiteral("title=Shares")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_TRUE(result.err.contains("a \"chart.pie\" has no axes to draw"));
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("out.json"), QStringLiteral("pie.json")}));
+    const QByteArray saved = readAll(path(QStringLiteral("out.json")));
+    EXPECT_TRUE(saved.contains("\"value\": \"Shares\""));
+    EXPECT_TRUE(saved.contains("\"name\": \"labels\""));
+}
+
+TEST_F(KelchartTest, HugeCsvStreamsThrough)
+{
+    const int rows = 200000;
+    QFile csv(path(QStringLiteral("huge.csv")));
+    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
+    csv.write("t [s],a [m],b [m]\n");
+    for (int i = 0; i < rows; ++i)
+        csv.write(QStringLiteral("%1,%2,%3\n").arg(i).arg(std::sin(i * 0.001)).arg(i % 100 == 0 ? QString() : QStringLiteral("1.5")).toLatin1());
+    csv.close();
+    const KelchartRun result = run({QStringLiteral("huge.csv"), QStringLiteral("--report"), QStringLiteral("--no-images")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_TRUE(result.out.contains("cache: 200000 items, 198000 points, 2000 without y, 0 without x"));
+}
+
+namespace {
+
+struct BadInput {
+    const char* name;
+    QStringList arguments;
+    const char* message;
+    int exitCode;
+};
+
+void PrintTo(const BadInput& input, std::ostream* os)
+{
+    *os << input.name;
+}
+
+class KelchartBadInput : public KelchartTest, public ::testing::WithParamInterface<BadInput> {
+protected:
+    void SetUp() override
+    {
+        writeText(path(QStringLiteral("ragged.csv")), "x,a,b\n1,2,3\n4,5\n");
+        writeText(path(QStringLiteral("onlyx.csv")), "x\n1\n2\n");
+        writeText(path(QStringLiteral("text.csv")), "x,a\n1,one\n");
+        writeText(path(QStringLiteral("empty.csv")), "");
+        writeText(path(QStringLiteral("truncated.json")), "{\"format\": \"kelchart chart\",\n \"version\": 1,\n \"root\": {\"t");
+        writeText(path(QStringLiteral("unknown.json")),
+                  "{\"format\": \"kelchart chart\", \"version\": 1, \"root\": {\"type\": \"chart.4d\", \"name\": \"c\","
+                  " \"properties\": [], \"children\": []}}");
+        writeText(path(QStringLiteral("badvalue.json")),
+                  "{\"format\": \"kelchart chart\", \"version\": 1, \"root\": {\"type\": \"chart.2d\", \"name\": \"c\","
+                  " \"properties\": [{\"name\": \"draw3d\", \"value\": \"perhaps\", \"unit\": \"\"}], \"children\": []}}");
+        QDir(m_dir.path()).mkdir(QStringLiteral("folder"));
+        m_inputs = QDir(m_dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+    QStringList m_inputs;
+};
+
+const QStringList outputs = {QStringLiteral("--save"), QStringLiteral("saved.json"), QStringLiteral("--png"),
+                             QStringLiteral("out.png"), QStringLiteral("--svg"), QStringLiteral("out.svg")};
+
+} // namespace
+
+// One clear line on stderr, a non-zero status, and no output file at all.
+TEST_P(KelchartBadInput, FailsWithOneMessageAndNoOutput)
+{
+    const BadInput& input = GetParam();
+    const KelchartRun result = run(input.arguments + outputs);
+    EXPECT_FALSE(result.crashed);
+    EXPECT_EQ(result.exitCode, input.exitCode);
+    EXPECT_EQ(result.err.count('\n'), 1) << result.err.toStdString();
+    EXPECT_TRUE(result.err.startsWith("kelchart: "));
+    EXPECT_TRUE(result.err.contains(input.message)) << result.err.toStdString();
+    EXPECT_EQ(QDir(m_dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name), m_inputs);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryKind, KelchartBadInput,
+    ::testing::Values(
+        BadInput{"MissingCsv", {QStringLiteral("missing.csv")}, "missing.csv: cannot read", 1},
+        BadInput{"DirectoryAsCsv", {QStringLiteral("folder")}, "folder: is a directory", 1},
+        BadInput{"RaggedCsv", {QStringLiteral("ragged.csv")}, "ragged.csv:3: expected 3 fields", 1},
+        BadInput{"CsvWithoutNumericColumn", {QStringLiteral("onlyx.csv")}, "onlyx.csv:1: no numeric column", 1},
+        BadInput{"CsvWithText", {QStringLiteral("text.csv")}, "text.csv:2: column \"a\": \"one\" is not a number", 1},
+        BadInput{"EmptyCsv", {QStringLiteral("empty.csv")}, "empty.csv: empty file", 1},
+        BadInput{"MissingChartFile", {QStringLiteral("--load"), QStringLiteral("missing.json")}, "missing.json: cannot read", 1},
+        BadInput{"TruncatedChartFile", {QStringLiteral("--load"), QStringLiteral("truncated.json")},
+                 "truncated.json:3: malformed chart file", 1},
+        BadInput{"UnknownTypeString", {QStringLiteral("--load"), QStringLiteral("unknown.json")},
+                 "unknown.json: root: unknown type string \"chart.4d\"", 1},
+        BadInput{"ValueInFileDoesNotParse", {QStringLiteral("--load"), QStringLiteral("badvalue.json")},
+                 "badvalue.json: node \"c\": property \"draw3d\": cannot read \"perhaps\" as bool", 1},
+        BadInput{"PathDoesNotExist", {QStringLiteral("--set"), QStringLiteral("variable/T9/title=x")},
+                 "--set variable/T9/title: \"variable\" has no child \"T9\"", 1},
+        BadInput{"PropertyDoesNotExist", {QStringLiteral("--set"), QStringLiteral("variable/T1/thickness=2")},
+                 "--set variable/T1/thickness: chart.variable \"T1\" has no property \"thickness\"", 1},
+        BadInput{"ValueDoesNotParse", {QStringLiteral("--set"), QStringLiteral("variable/T1/style/symbolSize=big")},
+                 "--set variable/T1/style/symbolSize: cannot read \"big\" as intlist", 1},
+        BadInput{"UnknownOption", {QStringLiteral("--colour")}, "Unknown option 'colour'", 2},
+        BadInput{"BadSize", {QStringLiteral("--size"), QStringLiteral("10x10")}, "--size 10x10: expected WIDTHxHEIGHT", 2},
+        BadInput{"BadTicks", {QStringLiteral("--ticks"), QStringLiteral("0")}, "--ticks 0: expected a whole number", 2},
+        BadInput{"TwoCsvFiles", {QStringLiteral("a.csv"), QStringLiteral("b.csv")}, "at most one CSV file", 2}),
+    [](const ::testing::TestParamInfo<BadInput>& info) { return std::string(info.param.name); });
+
+TEST_F(KelchartTest, UnwritableImageLeavesNoPartialFile)
+{
+    const KelchartRun result = run({QStringLiteral("--png"), path(QStringLiteral("no/such/dir/x.png")), QStringLiteral("--svg"),
+                                    QStringLiteral("out.svg")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_TRUE(result.err.contains("x.png: cannot write")) << result.err.toStdString();
+    EXPECT_TRUE(files().isEmpty());
+}
