@@ -150,38 +150,32 @@ TEST_F(KelChartPerVariableScalingTest, GradientExtentsReachTheBaseLine)
     EXPECT_EQ(baseLine, 1.0);
 }
 
-TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxisAndReportsMissingOnes)
+// Missing pairs and axes, also those replaced after construction, are reported and answered safely.
+TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxisAndMissingAxesAreReported)
 {
-    addVariable("axis.x.category", "axis.y.right");
+    addVariable("axis.x.category", "axis.y.right", "axis.z.depth");
     addVariable("axis.x.bottom", "axis.y.nowhere");
     scaleAxes();
-    const KelChartPerVariableScaling scaling = twoPairs();
-    EXPECT_TRUE(scaling.isAxisDiscrete(Comp::X, 0));
-    EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Y, 0));
-    EXPECT_FALSE(scaling.isAxisDiscrete(Comp::X, 1));
+    const KelChartPerVariableScaling flat = twoPairs();
+    const KelChartPerVariableScaling deep = threePairs();
+    EXPECT_TRUE(flat.isAxisDiscrete(Comp::X, 0));
+    EXPECT_FALSE(flat.isAxisDiscrete(Comp::Y, 0));
+    EXPECT_FALSE(flat.isAxisDiscrete(Comp::X, 1));
     EXPECT_TRUE(ensures().empty());
-    EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Z, 0));
-    EXPECT_FALSE(scaling.isAxisDiscrete(static_cast<Comp>(3), 0));
-    EXPECT_FALSE(scaling.isAxisDiscrete(Comp::Y, 1));
-    const std::string signature =
-        " - bool KelChartPerVariableScaling::isAxisDiscrete(Orv::Math::Vector3::Comp, size_t) const";
-    EXPECT_EQ(ensures(), (std::vector<std::string>{"\"axisPair != 0\"" + signature, "\"axisPair != 0\"" + signature,
-                                                   "\"axis != 0\"" + signature}));
-}
-
-TEST_F(KelChartPerVariableScalingTest, AxesThatVanishedAfterConstructionAreReported)
-{
-    addVariable("axis.x.bottom", "axis.y.right", "axis.z.depth");
-    scaleAxes();
-    const KelChartPerVariableScaling scaling = threePairs();
-    // The pair scales the scaling points to are replaced by scales of empty pairs.
+    EXPECT_FALSE(flat.isAxisDiscrete(Comp::Z, 0));
+    EXPECT_FALSE(flat.isAxisDiscrete(static_cast<Comp>(3), 0));
+    EXPECT_FALSE(flat.isAxisDiscrete(Comp::Y, 1));
     KelChartAxisPair empty(group);
     yScale.emplace(empty, *cache);
     zScale.emplace(empty, *cache);
-    ASSERT_TRUE(scaling.valid(0));
-    EXPECT_EQ(scaling.matrix(0), Matrix::Identity);
-    const std::string signature = " - const Orv::Math::Matrix& KelChartPerVariableScaling::matrix(size_t) const";
-    EXPECT_EQ(ensures(), (std::vector<std::string>{"\"xAxis && yAxis\"" + signature, "\"zAxis\"" + signature}));
+    ASSERT_TRUE(deep.valid(0));
+    EXPECT_EQ(deep.matrix(0), Matrix::Identity);
+    const std::string discrete =
+        " - bool KelChartPerVariableScaling::isAxisDiscrete(Orv::Math::Vector3::Comp, size_t) const";
+    const std::string matrix = " - const Orv::Math::Matrix& KelChartPerVariableScaling::matrix(size_t) const";
+    EXPECT_EQ(ensures(), (std::vector<std::string>{"\"axisPair != 0\"" + discrete, "\"axisPair != 0\"" + discrete,
+                                                   "\"axis != 0\"" + discrete, "\"xAxis && yAxis\"" + matrix,
+                                                   "\"zAxis\"" + matrix}));
 }
 
 } // namespace

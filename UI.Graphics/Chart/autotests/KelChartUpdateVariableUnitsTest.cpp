@@ -63,7 +63,8 @@ protected:
 // no unit to convert from, is left out. Labels set before are replaced, by nothing where no variable has a unit.
 TEST_F(KelChartUpdateVariableUnitsTest, FirstVariableInOrderWithAUnitNamesTheAxisUnit)
 {
-    const std::tuple<int, int, const char*> orders[] = {{0, 1, "mm"}, {1, 0, "m"}, {3, 3, "mm"}}; // ties keep list order
+    // Equal orders keep list order.
+    const std::tuple<int, int, const char*> orders[] = {{0, 1, "mm"}, {1, 0, "m"}, {3, 3, "mm"}};
     for (const auto& [mmOrder, mOrder, label] : orders) {
         SCOPED_TRACE(std::to_string(mmOrder) + " " + std::to_string(mOrder));
         right->unitLabel.set("km");

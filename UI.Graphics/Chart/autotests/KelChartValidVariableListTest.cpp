@@ -18,15 +18,12 @@ using Orv::Math::Vector3;
 
 class KelChartValidVariableListTest : public ::testing::Test {
 protected:
-    // A variable whose y data are `ys`, at x = 0, 1, 2, ...
+    // A variable whose y data are `ys`, all at x = 0.
     KelChartVariable& variable(const QString& name, const std::vector<float>& ys)
     {
         KelChartVariable& var = variables.emplace_back(group);
         var.rename(name);
-        std::vector<float> xs;
-        for (size_t i = 0; i < ys.size(); ++i)
-            xs.push_back(float(i));
-        var.variableiter.setVector2Data(xs, ys);
+        var.variableiter.setVector2Data(std::vector<float>(ys.size()), ys);
         return var;
     }
 

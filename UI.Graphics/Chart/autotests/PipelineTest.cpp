@@ -113,13 +113,11 @@ TEST_F(PipelineTest, FromModelToMatrices)
     KelChartAxisPairScale yScale(chart.axisY, cache);
     xScale.update(5, Orv::Math::NumberFormat());
     yScale.update(5, Orv::Math::NumberFormat());
-    EXPECT_TRUE(xScale.first().discrete());
     expectScale(xScale.first(), {0, 4, 1, 0}, {0, 1, 2, 3}, {"Mon", "Tue", "Wed", "Thu"},
                 {0.125, 0.375, 0.625, 0.875});
     // Left: each y range widened by 1/20 of its width: outdoor 3 .. 47 to
     // 0.8 .. 49.2, indoor 10 .. 40 to 8.5 .. 41.5; the union 0.8 .. 49.2 rounds
     // out to 0 .. 50 in steps of 10, five intervals as asked.
-    EXPECT_FALSE(yScale.first().discrete());
     expectScale(yScale.first(), {0, 50, 1, 0}, {0, 10, 20, 30, 40, 50}, {"0", "10", "20", "30", "40", "50"},
                 {0, 0.2, 0.4, 0.6, 0.8, 1});
     // Right: 98250 .. 102750 widened by 225 to 98025 .. 102975, rounded out to
@@ -138,12 +136,6 @@ TEST_F(PipelineTest, FromModelToMatrices)
     EXPECT_EQ(scaling.matrix(1), scaling.matrix(0));
     expectMapsTo(scaling.matrix(2), Vector3(3, 102000, 0), Vector3(0.5f, 0.6f, 0));
     EXPECT_TRUE(scaling.isAxisDiscrete(Comp::X, 2));
-    // indoor's 10 .. 40 reaches down to the base line 0.
-    Vector2 extents;
-    double baseLine = -1;
-    scaling.gradientExtents(1, Comp::Y, extents, baseLine);
-    EXPECT_EQ(extents[0], 0.0f);
-    EXPECT_NEAR(extents[1], 40, 1e-4);
 
     // 5. Each variable's own rounded range, 11 intervals wanted: outdoor's
     // 2.99997 .. 47.00047 holds 5 .. 45 in steps of 5, and one step beyond each
