@@ -33,7 +33,10 @@ const std::vector<TickCase>& tickCases()
 
 namespace {
 
-void TicksNiceIntervals(benchmark::State& state)
+// Builds the intervals of one case after another and reads every tick, with
+// its label or, as Qwt's scale engine is measured, its value only.
+template <bool withLabels>
+void TicksNiceIntervalsRun(benchmark::State& state)
 {
     const auto& cases = bench::tickCases();
     const Orv::Math::NumberFormat format;
@@ -41,33 +44,20 @@ void TicksNiceIntervals(benchmark::State& state)
     for (auto _ : state) {
         const bench::TickCase& c = cases[next++ % cases.size()];
         const Orv::Math::NiceIntervals intervals(c.min, c.max, c.count, true, true, format);
-        for (int i = 0; i < intervals.size(); ++i)
-            benchmark::DoNotOptimize(intervals.label(i));
+        for (int i = 0; i < intervals.size(); ++i) {
+            if constexpr (withLabels)
+                benchmark::DoNotOptimize(intervals.label(i));
+            else
+                benchmark::DoNotOptimize(intervals.value(i));
+        }
     }
     bench::reportItems(state, 1, 0);
 }
+
+void TicksNiceIntervals(benchmark::State& state) { TicksNiceIntervalsRun<true>(state); }
+void TicksNiceIntervalsNoLabels(benchmark::State& state) { TicksNiceIntervalsRun<false>(state); }
 
 } // namespace
 
 BENCHMARK(TicksNiceIntervals);
-
-namespace {
-
-// The same without labels, as Qwt's scale engine is measured.
-void TicksNiceIntervalsNoLabels(benchmark::State& state)
-{
-    const auto& cases = bench::tickCases();
-    const Orv::Math::NumberFormat format;
-    std::size_t next = 0;
-    for (auto _ : state) {
-        const bench::TickCase& c = cases[next++ % cases.size()];
-        const Orv::Math::NiceIntervals intervals(c.min, c.max, c.count, true, true, format);
-        for (int i = 0; i < intervals.size(); ++i)
-            benchmark::DoNotOptimize(intervals.value(i));
-    }
-    bench::reportItems(state, 1, 0);
-}
-
-} // namespace
-
 BENCHMARK(TicksNiceIntervalsNoLabels);
