@@ -94,7 +94,7 @@ bool parseColor64(const QString& text, QColor& color)
     quint16 channels[4];
     for (int i = 0; i < 4; ++i) {
         bool ok = false;
-        channels[i] = static_cast<quint16>(text.midRef(1 + 4 * i, 4).toUInt(&ok, 16));
+        channels[i] = static_cast<quint16>(QStringView(text).mid(1 + 4 * i, 4).toUInt(&ok, 16));
         if (!ok)
             return false;
     }
