@@ -1,6 +1,7 @@
 #pragma once
 // The axis-aligned box around a set of points.
 
+#include "OrvCppMathExport.h"
 #include "Vector.h"
 
 namespace Orv::Math {
@@ -11,7 +12,7 @@ namespace Orv::Math {
 // a number, so a missing value never shrinks, inverts or poisons the range of the other points.
 // An axis that has seen nothing but NaN has NaN corners; a point that is NaN on every axis is
 // not held at all. Infinite components are held like any other.
-class BoundingBox {
+class ORV_CPPMATH_EXPORT BoundingBox {
 public:
     BoundingBox() = default;
 

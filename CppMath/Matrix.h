@@ -1,6 +1,7 @@
 #pragma once
 // 4x4 float matrices that place chart data in the unit cube.
 
+#include "OrvCppMathExport.h"
 #include "Vector.h"
 
 namespace Orv::Math {
@@ -9,7 +10,7 @@ namespace Orv::Math {
 // (A * B) applied to a point applies A first: ortho(...) * orient(...) maps data into the cube and
 // then turns the cube, which keeps inverted axes inside it. Row by row storage of a row-vector
 // matrix is the memory layout OpenGL expects.
-class Matrix {
+class ORV_CPPMATH_EXPORT Matrix {
 public:
     // The identity.
     constexpr Matrix() = default;

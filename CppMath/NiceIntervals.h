@@ -1,6 +1,7 @@
 #pragma once
 // The ticks of an axis scale: round steps, exact values, clean labels.
 
+#include "OrvCppMathExport.h"
 #include "NumberFormat.h"
 
 #include <cstdint>
@@ -29,7 +30,7 @@ namespace Orv::Math {
 // Degenerate input gives an empty result (size() 0, max() <= min()): min >= max, a NaN or
 // infinite bound, a span that overflows, a span too narrow for a step of at least 1e-300, or one
 // too narrow relative to the bounds for distinct multiples (|k| must stay below 2^50).
-class NiceIntervals {
+class ORV_CPPMATH_EXPORT NiceIntervals {
 public:
     // Wanted intervals outside [1, MaxCount] are clamped into it.
     static constexpr int MaxCount = 1000;

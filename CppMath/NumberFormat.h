@@ -1,6 +1,8 @@
 #pragma once
 // How numbers, axis labels in particular, are written as text.
 
+#include "OrvCppMathExport.h"
+
 #include <cstdint>
 #include <string>
 
@@ -8,7 +10,7 @@ namespace Orv::Math {
 
 // The exact decimal number digits × 10^exponent. The exponent is also its precision:
 // {150, -2} is 1.50 and is written with two decimals unless a format asks otherwise.
-struct Decimal {
+struct ORV_CPPMATH_EXPORT Decimal {
     std::int64_t digits = 0;
     int exponent = 0;
 };
@@ -16,7 +18,7 @@ struct Decimal {
 // A value class: how many decimals and which notation. Written from exact decimals, so a
 // text never shows binary float noise ("0.3", not "0.30000000000000004") and zero never
 // has a sign ("0", not "-0").
-class NumberFormat {
+class ORV_CPPMATH_EXPORT NumberFormat {
 public:
     enum class Notation {
         // Fixed, unless that would end in six or more zeros before the point (from 1e6 on,

@@ -1,9 +1,11 @@
 #pragma once
 // Small float vectors of the math module.
 
+#include "OrvCppMathExport.h"
+
 namespace Orv::Math {
 
-class Vector2 {
+class ORV_CPPMATH_EXPORT Vector2 {
 public:
     Vector2() = default;
     Vector2(float x, float y) : m_v{x, y} {}
@@ -20,7 +22,7 @@ private:
     float m_v[2] = {0.0f, 0.0f};
 };
 
-class Vector3 {
+class ORV_CPPMATH_EXPORT Vector3 {
 public:
     // Names a component. Scoped, so that `Vector3::X` can be the unit axis.
     enum class Comp { X = 0, Y = 1, Z = 2 };
@@ -52,7 +54,7 @@ private:
 };
 
 // All components 0, and all components 1.
-extern const Vector3 Vector0;
-extern const Vector3 Vector1;
+ORV_CPPMATH_EXPORT extern const Vector3 Vector0;
+ORV_CPPMATH_EXPORT extern const Vector3 Vector1;
 
 } // namespace Orv::Math

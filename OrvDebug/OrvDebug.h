@@ -11,6 +11,8 @@
 // `buffer()` hands out a stream that discards its input. Callers that format in
 // a loop ask `enabled()` first and skip the formatting altogether.
 
+#include "OrvDebugExport.h"
+
 #include <functional>
 #include <ostream>
 #include <sstream>
@@ -32,7 +34,7 @@ namespace orvdebug {
 
 enum class Stream { Ensure, Out, Err, Log };
 
-struct Message {
+struct ORVDEBUG_EXPORT Message {
     Stream stream;
     std::string tag;
     std::string text;
@@ -49,7 +51,7 @@ class logger;
 // One message in the making. Text goes to `buffer()`; `std::endl` written
 // through `operator<<` below ends the message and hands it to the logger.
 // Text left unended when the object dies is delivered too, so nothing is lost.
-class dbgostream {
+class ORVDEBUG_EXPORT dbgostream {
 public:
     dbgostream(logger& owner, Stream stream, std::string tag);
     dbgostream(dbgostream&& other) noexcept;
@@ -70,10 +72,10 @@ private:
 };
 
 // Manipulators (`std::endl`, `std::flush`) end the current message.
-dbgostream& operator<<(dbgostream& stream, std::ostream& (*manipulator)(std::ostream&));
-dbgostream& operator<<(dbgostream&& stream, std::ostream& (*manipulator)(std::ostream&));
+ORVDEBUG_EXPORT dbgostream& operator<<(dbgostream& stream, std::ostream& (*manipulator)(std::ostream&));
+ORVDEBUG_EXPORT dbgostream& operator<<(dbgostream&& stream, std::ostream& (*manipulator)(std::ostream&));
 
-class logger {
+class ORVDEBUG_EXPORT logger {
 public:
     logger();
 
@@ -102,7 +104,7 @@ private:
 
 // Writes "enter <signature><where>" on construction and "leave <signature><where>"
 // on destruction to the `dlog` stream, when that stream is enabled.
-class trace {
+class ORVDEBUG_EXPORT trace {
 public:
     trace(logger& owner, std::string signature, std::string where);
     ~trace();
@@ -117,7 +119,7 @@ private:
 
 // Collects every message in memory while it lives, with all streams enabled,
 // and restores the logger's sink and switches afterwards.
-class ScopedCapture {
+class ORVDEBUG_EXPORT ScopedCapture {
 public:
     explicit ScopedCapture(logger& owner);
     ~ScopedCapture();
@@ -139,5 +141,5 @@ private:
 
 namespace kel::debug_logger {
 // The process's logger.
-orvdebug::logger& debuglogger();
+ORVDEBUG_EXPORT orvdebug::logger& debuglogger();
 } // namespace kel::debug_logger

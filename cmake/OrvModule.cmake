@@ -1,3 +1,44 @@
+include(GNUInstallDirs)
+include(GenerateExportHeader)
+
+# Where every module's public headers go when installed.
+set(ORV_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/OrvChart)
+
+# orv_add_library(<target> EXPORT_NAME <name> EXPORT_MACRO <prefix> SOURCES <files...>
+#                 [PRIVATE_HEADERS <files...>])
+# A shared library that exports only what its headers mark with <prefix>_EXPORT
+# (generated into <prefix-as-CamelCase>Export.h), usable in the build as Orv::<name>
+# and installed with its public headers into the OrvChart package.
+function(orv_add_library target)
+  cmake_parse_arguments(ARG "" "EXPORT_NAME;EXPORT_MACRO;EXPORT_HEADER" "SOURCES;PRIVATE_HEADERS" ${ARGN})
+  add_library(${target} SHARED ${ARG_SOURCES})
+  add_library(Orv::${ARG_EXPORT_NAME} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${ARG_EXPORT_NAME}
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    INSTALL_RPATH "$ORIGIN")
+  set(export_header ${CMAKE_CURRENT_BINARY_DIR}/${ARG_EXPORT_HEADER})
+  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_MACRO} EXPORT_FILE_NAME ${export_header})
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>
+    $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>
+    $<INSTALL_INTERFACE:${ORV_INSTALL_INCLUDEDIR}>)
+
+  set(public_headers ${ARG_SOURCES})
+  list(FILTER public_headers INCLUDE REGEX "\\.h$")
+  if(ARG_PRIVATE_HEADERS)
+    list(REMOVE_ITEM public_headers ${ARG_PRIVATE_HEADERS})
+  endif()
+  install(TARGETS ${target} EXPORT OrvChartTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES ${public_headers} ${export_header} DESTINATION ${ORV_INSTALL_INCLUDEDIR})
+endfunction()
+
 # orv_add_tests(<name> LIBS <targets...> SOURCES <files...>)
 # One test executable per module; every test case is registered with CTest.
 function(orv_add_tests name)

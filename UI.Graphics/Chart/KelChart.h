@@ -3,6 +3,7 @@
 // the words that chart properties use for fills, lines, plot styles, point
 // symbols and legend orientation, as single words and as choice lists.
 
+#include "OrvChartExport.h"
 #include "KelChartVariableList.h"
 #include "KelChartVariableStyle.h"
 #include "KelPropertyAdaptor.h"
@@ -11,7 +12,7 @@
 #include <QString>
 #include <QStringList>
 
-class KelChart : public KelProperties {
+class ORV_CHART_EXPORT KelChart : public KelProperties {
 public:
     static const QString typeString;
 

@@ -1,10 +1,11 @@
 #pragma once
 // A two-dimensional chart: the chart base plus the 3-D drawing switch and three axis pairs.
 
+#include "OrvChartExport.h"
 #include "KelChart.h"
 #include "KelChartAxisPair.h"
 
-class KelChart2D : public KelChart {
+class ORV_CHART_EXPORT KelChart2D : public KelChart {
 public:
     static const QString typeString;
 

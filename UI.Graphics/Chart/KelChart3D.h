@@ -1,10 +1,11 @@
 #pragma once
 // A three-dimensional chart: the chart base plus the cube switch and three axis pairs.
 
+#include "OrvChartExport.h"
 #include "KelChart.h"
 #include "KelChartAxisPair.h"
 
-class KelChart3D : public KelChart {
+class ORV_CHART_EXPORT KelChart3D : public KelChart {
 public:
     static const QString typeString;
 

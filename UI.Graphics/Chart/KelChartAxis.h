@@ -2,9 +2,10 @@
 // An axis of a chart: whether it is enabled, its title, whether it runs
 // inverted, and its colours. It computes nothing; scales read these settings.
 
+#include "OrvChartExport.h"
 #include "KelPropertyAdaptor.h"
 
-class KelChartAxis : public KelProperties {
+class ORV_CHART_EXPORT KelChartAxis : public KelProperties {
 public:
     static const QString typeString;
 

@@ -2,9 +2,10 @@
 // A numeric axis. Its range comes from the data or is fixed by the user; it
 // also carries the unit label that the unit update agrees for its variables.
 
+#include "OrvChartExport.h"
 #include "KelChartAxis.h"
 
-class KelChartAxisContinuous : public KelChartAxis {
+class ORV_CHART_EXPORT KelChartAxisContinuous : public KelChartAxis {
 public:
     static const QString typeString;
 

@@ -2,12 +2,13 @@
 // A category axis. Its range is a range of category indices; the category
 // texts come from its label iterator child "labels".
 
+#include "OrvChartExport.h"
 #include "KelChartAxis.h"
 #include "KelLabelIter.h"
 
 #include <vector>
 
-class KelChartAxisDiscrete : public KelChartAxis {
+class ORV_CHART_EXPORT KelChartAxisDiscrete : public KelChartAxis {
 public:
     static const QString typeString;
 

@@ -15,11 +15,12 @@
 // when missing) and take the source axes' values. A chart that is assigned thus
 // owns what it shows and never points into the chart it was assigned from.
 
+#include "OrvChartExport.h"
 #include "KelChartAxis.h"
 
 #include <memory>
 
-class KelChartAxisPair : public KelProperties {
+class ORV_CHART_EXPORT KelChartAxisPair : public KelProperties {
 public:
     static const QString typeString;
 

@@ -6,11 +6,12 @@
 // A missing axis gets a default scale, which is never valid. The pair's axes
 // and the cache must outlive every `update`.
 
+#include "OrvChartExport.h"
 #include "KelChartAxisScale.h"
 
 class KelChartAxisPair;
 
-class KelChartAxisPairScale {
+class ORV_CHART_EXPORT KelChartAxisPairScale {
 public:
     KelChartAxisPairScale(const KelChartAxisPair& pair, const KelChartVariableListCache& cache);
     KelChartAxisPairScale(const KelChartAxisPairScale& other);

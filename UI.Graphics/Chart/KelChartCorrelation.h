@@ -2,11 +2,12 @@
 // A correlation chart: the label values of its correlation legend and a switch
 // that shows the values in the cells.
 
+#include "OrvChartExport.h"
 #include "KelChart.h"
 
 #include <vector>
 
-class KelChartCorrelation : public KelChart {
+class ORV_CHART_EXPORT KelChartCorrelation : public KelChart {
 public:
     static const QString typeString;
 

@@ -2,10 +2,11 @@
 // A chart legend: whether it is shown, its orientation, its colours, its
 // viewport, and which variable's entry is expanded.
 
+#include "OrvChartExport.h"
 #include "KelPropertyAdaptor.h"
 #include "KelViewport.h"
 
-class KelChartLegend : public KelProperties {
+class ORV_CHART_EXPORT KelChartLegend : public KelProperties {
 public:
     static const QString typeString;
     // The default of "expandVariable": expand the first entry.

@@ -1,10 +1,11 @@
 #pragma once
 // A multi-axis chart: the name of its first axis and a label iterator.
 
+#include "OrvChartExport.h"
 #include "KelChart.h"
 #include "KelLabelIter.h"
 
-class KelChartMultiAxis : public KelChart {
+class ORV_CHART_EXPORT KelChartMultiAxis : public KelChart {
 public:
     static const QString typeString;
 

@@ -15,6 +15,7 @@
 // Build a scaling after the pair scales were updated; it does not follow later
 // changes. The pair scales are not owned and must outlive the scaling.
 
+#include "OrvChartExport.h"
 #include "KelChartVariableListCache.h"
 
 #include "Matrix.h"
@@ -28,7 +29,7 @@
 class KelChartAxisPairScale;
 class KelChartAxisScale;
 
-class KelChartPerVariableScaling {
+class ORV_CHART_EXPORT KelChartPerVariableScaling {
 public:
     // Two-dimensional: z is not scaled and runs from -1 to 1.
     KelChartPerVariableScaling(const KelChartAxisPairScale& xPair, const KelChartAxisPairScale& yPair,

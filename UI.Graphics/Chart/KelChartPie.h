@@ -1,10 +1,11 @@
 #pragma once
 // A pie chart: a label iterator and a switch that shows percentages.
 
+#include "OrvChartExport.h"
 #include "KelChart.h"
 #include "KelLabelIter.h"
 
-class KelChartPie : public KelChart {
+class ORV_CHART_EXPORT KelChartPie : public KelChart {
 public:
     static const QString typeString;
 

@@ -13,6 +13,7 @@
 // whose iterators accepted their units, in order. A refusal is written as a
 // warning and leaves the variable out.
 
+#include "OrvChartExport.h"
 #include "KelChartAxisPair.h"
 #include "KelChartVariable.h"
 #include "KelChartVariableList.h"
@@ -20,7 +21,7 @@
 
 #include <vector>
 
-class KelChartUpdateVariableUnits {
+class ORV_CHART_EXPORT KelChartUpdateVariableUnits {
 public:
     KelChartUpdateVariableUnits(const KelUnitSystem& units, KelChartVariableList& list);
     KelChartUpdateVariableUnits(const KelUnitSystem& units, const KelChartAxisPair& xPair,

@@ -7,6 +7,7 @@
 //
 // The list does not own the variables; they must outlive it.
 
+#include "OrvChartExport.h"
 #include "KelChartVariable.h"
 #include "KelChartVariableCache.h"
 
@@ -17,7 +18,7 @@
 #include <cstddef>
 #include <vector>
 
-class KelChartValidVariableList {
+class ORV_CHART_EXPORT KelChartValidVariableList {
 public:
     KelChartValidVariableList() = default;
     KelChartValidVariableList(const KelChartValidVariableList& other) = default;

@@ -7,6 +7,7 @@
 // Requests by name for a quantity child's name are routed to that child, so
 // the host can read and write the ranges through the variable itself.
 
+#include "OrvChartExport.h"
 #include "KelChartVariableStyle.h"
 #include "KelPropertyAdaptor.h"
 #include "KelQuantityTriple.h"
@@ -17,7 +18,7 @@
 
 class KelUnitSystem;
 
-class KelChartVariable : public KelProperties {
+class ORV_CHART_EXPORT KelChartVariable : public KelProperties {
 public:
     static const QString typeString;
 

@@ -11,6 +11,7 @@
 //
 // The cache is built once and not updated when the variable changes.
 
+#include "OrvChartExport.h"
 #include "KelChartVariable.h"
 
 #include "BoundingBox.h"
@@ -21,7 +22,7 @@
 #include <cstddef>
 #include <vector>
 
-class KelChartVariableCache {
+class ORV_CHART_EXPORT KelChartVariableCache {
 public:
     KelChartVariableCache();
     KelChartVariableCache(const KelChartVariable& variable, bool sort, const QStringList& positionAxes);

@@ -2,14 +2,15 @@
 // KelChartVariableList: the node that holds a chart's data series. Every child
 // it makes is a KelChartVariable, whatever type the caller asks for.
 
+#include "OrvChartExport.h"
 #include "KelChartVariable.h"
 #include "KelPropertiesList.h"
 
 #include <QString>
 
-extern template class KelPropertiesList<KelChartVariable>;
+extern template class ORV_CHART_EXPORT KelPropertiesList<KelChartVariable>;
 
-class KelChartVariableList : public KelPropertiesList<KelChartVariable> {
+class ORV_CHART_EXPORT KelChartVariableList : public KelPropertiesList<KelChartVariable> {
 public:
     static const QString typeString;
 

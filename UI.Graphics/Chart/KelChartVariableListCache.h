@@ -4,12 +4,13 @@
 // scaling needs: the union box, the smallest x spacing and the largest point
 // count, each computed on first request and kept.
 
+#include "OrvChartExport.h"
 #include "KelChartVariableCache.h"
 #include "KelChartVariableList.h"
 
 #include <vector>
 
-class KelChartVariableListCache {
+class ORV_CHART_EXPORT KelChartVariableListCache {
 public:
     KelChartVariableListCache();
     KelChartVariableListCache(const std::vector<const KelChartVariable*>& variables, const QStringList& positionAxes);

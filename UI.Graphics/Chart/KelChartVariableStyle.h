@@ -7,6 +7,7 @@
 // defaults hold one entry, the two gradients five. The library itself reads
 // only `componentSortAxis`; everything else is for the host.
 
+#include "OrvChartExport.h"
 #include "KelPropertyAdaptor.h"
 
 #include <QColor>
@@ -17,7 +18,7 @@
 #include <ostream>
 #include <vector>
 
-class KelChartVariableStyle : public KelProperties {
+class ORV_CHART_EXPORT KelChartVariableStyle : public KelProperties {
 public:
     static const QString typeString;
 
@@ -59,4 +60,4 @@ public:
 // Writes the drawing properties as "\t<name padded>: <stored text>" lines, one
 // per property, without heading; `bands`, `componentSortAxis` and
 // `showLinearInterpolationOfLines` are left out. Flushes after the last line.
-std::ostream& operator<<(std::ostream& os, const KelChartVariableStyle& style);
+ORV_CHART_EXPORT std::ostream& operator<<(std::ostream& os, const KelChartVariableStyle& style);

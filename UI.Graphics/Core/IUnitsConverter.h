@@ -9,12 +9,14 @@
 // texts that are not units are refused: the call gives false and the values
 // stay as they are. Nothing is ever guessed.
 
+#include "OrvCoreExport.h"
+
 #include <QString>
 
 #include <algorithm>
 #include <cstddef>
 
-class IUnitsConverter {
+class ORV_CORE_EXPORT IUnitsConverter {
 public:
     virtual ~IUnitsConverter() = default;
 

@@ -3,6 +3,7 @@
 // labels live in the node's store ("labels"), so copies and persistence carry
 // them; the iteration position is not stored and starts over in a copy.
 
+#include "OrvCoreExport.h"
 #include "KelLabelIterInterface.h"
 #include "KelProperties.h"
 #include "KelStoredValue.h"
@@ -11,7 +12,7 @@
 
 #include <cstdint>
 
-class KelLabelIter : public KelProperties, public KelLabelIterInterface {
+class ORV_CORE_EXPORT KelLabelIter : public KelProperties, public KelLabelIterInterface {
 public:
     explicit KelLabelIter(KelModifiedGroup& group);
     KelLabelIter(const KelLabelIter& other);

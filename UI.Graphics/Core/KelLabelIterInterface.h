@@ -2,9 +2,11 @@
 // Walks a sequence of labels: after `reset()`, every `next()` that gives true
 // makes the following label current; false means there is none left.
 
+#include "OrvCoreExport.h"
+
 #include <QString>
 
-class KelLabelIterInterface {
+class ORV_CORE_EXPORT KelLabelIterInterface {
 public:
     virtual bool next() = 0;
     virtual void reset() = 0;

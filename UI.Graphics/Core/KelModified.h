@@ -3,8 +3,9 @@
 // A group collects the modified state of its nodes and can be locked while a
 // host edits many nodes at once; typed accessors then read the store every time.
 
+#include "OrvCoreExport.h"
 
-class KelModifiedGroup {
+class ORV_CORE_EXPORT KelModifiedGroup {
 public:
     KelModifiedGroup() = default;
     KelModifiedGroup(const KelModifiedGroup&) = delete;
@@ -22,7 +23,7 @@ private:
     bool m_modified = false;
 };
 
-class KelModified {
+class ORV_CORE_EXPORT KelModified {
 public:
     explicit KelModified(KelModifiedGroup& group) : m_group(&group) {}
     KelModified(const KelModified& other) = default;

@@ -20,6 +20,7 @@
 // parent nor the children; assignment copies the type and the store and keeps
 // the node's own name, parent and children.
 
+#include "OrvCoreExport.h"
 #include "KelModified.h"
 #include "KelPropertiesString.h"
 #include "view_ptr.h"
@@ -29,7 +30,7 @@
 #include <ostream>
 #include <vector>
 
-class KelProperties : public KelModified, public kel::Observable {
+class ORV_CORE_EXPORT KelProperties : public KelModified, public kel::Observable {
 public:
     explicit KelProperties(KelModifiedGroup& group);
     KelProperties(const KelProperties& other);
@@ -107,4 +108,4 @@ private:
 };
 
 // Writes a QString to a standard stream as UTF-8.
-std::ostream& operator<<(std::ostream& os, const QString& text);
+ORV_CORE_EXPORT std::ostream& operator<<(std::ostream& os, const QString& text);

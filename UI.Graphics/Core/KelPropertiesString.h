@@ -30,6 +30,8 @@
 // Text that does not parse, and a name that is not defined, read back as the
 // given default (with a diagnostic).
 
+#include "OrvCoreExport.h"
+
 #include <QColor>
 #include <QList>
 #include <QString>
@@ -38,7 +40,7 @@
 #include <cstdint>
 #include <vector>
 
-class KelPropertiesString {
+class ORV_CORE_EXPORT KelPropertiesString {
 public:
     KelPropertiesString();
     KelPropertiesString(const KelPropertiesString& other);

@@ -4,11 +4,12 @@
 // store revision it last read, so that a write by name through the text
 // interface is seen at the next typed read.
 
+#include "OrvCoreExport.h"
 #include "KelProperties.h"
 
 #include <cstdint>
 
-class KelPropertyAdaptorBase {
+class ORV_CORE_EXPORT KelPropertyAdaptorBase {
 public:
     KelPropertyAdaptorBase(KelProperties& owner, const QString& name);
     KelPropertyAdaptorBase(const KelPropertyAdaptorBase&) = delete;

@@ -10,6 +10,7 @@
 // "nan", "inf"). Setting that text parses the same form. Units holding a comma
 // or a square bracket cannot be written in it.
 
+#include "OrvCoreExport.h"
 #include "IUnitsConverter.h"
 #include "KelProperties.h"
 #include "KelStoredValue.h"
@@ -17,7 +18,7 @@
 
 #include <boost/shared_ptr.hpp>
 
-class KelQuantityComponent : public KelProperties {
+class ORV_CORE_EXPORT KelQuantityComponent : public KelProperties {
 public:
     KelQuantityComponent(KelModifiedGroup& group, const QString& name);
     KelQuantityComponent(const KelQuantityComponent& other);
@@ -40,7 +41,7 @@ public:
     QString text() const;
 };
 
-class KelQuantityTriple : public KelProperties {
+class ORV_CORE_EXPORT KelQuantityTriple : public KelProperties {
 public:
     explicit KelQuantityTriple(KelModifiedGroup& group);
     KelQuantityTriple(const KelQuantityTriple& other);

@@ -7,6 +7,7 @@
 // a value's unit wins. The default is the SI base units followed by a few
 // derived ones (see `defaultPreferredUnits`).
 
+#include "OrvCoreExport.h"
 #include "IUnitsConverter.h"
 #include "KelProperties.h"
 #include "KelStoredValue.h"
@@ -15,7 +16,7 @@
 
 #include <boost/shared_ptr.hpp>
 
-class KelUnitSystem : public KelProperties {
+class ORV_CORE_EXPORT KelUnitSystem : public KelProperties {
 public:
     explicit KelUnitSystem(KelModifiedGroup& group);
     KelUnitSystem(const KelUnitSystem& other);

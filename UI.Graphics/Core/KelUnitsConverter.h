@@ -8,13 +8,14 @@
 // Unit texts are read as UDUNITS-2 expressions in UTF-8 ("m", "km/h",
 // "kg m-3", "degC", "°F"); blanks around the text are ignored.
 
+#include "OrvCoreExport.h"
 #include "IUnitsConverter.h"
 
 #include <QStringList>
 
 #include <memory>
 
-class KelUnitsConverter : public IUnitsConverter {
+class ORV_CORE_EXPORT KelUnitsConverter : public IUnitsConverter {
 public:
     // `preferredUnits` are tried in order by `preferredUnit`; texts that are
     // not units are skipped.

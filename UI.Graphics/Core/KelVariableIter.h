@@ -19,6 +19,7 @@
 // component, when data, units or settings changed: lazily at the next
 // `reset()` (or `units()`). Call `reset()` before iterating after any change.
 
+#include "OrvCoreExport.h"
 #include "KelProperties.h"
 #include "KelVariableIterInterface.h"
 
@@ -26,7 +27,7 @@
 #include <cstddef>
 #include <vector>
 
-class KelVariableIter : public KelProperties, public KelVariableIterInterface {
+class ORV_CORE_EXPORT KelVariableIter : public KelProperties, public KelVariableIterInterface {
 public:
     explicit KelVariableIter(KelModifiedGroup& group);
     KelVariableIter(const KelVariableIter& other);

@@ -7,6 +7,7 @@
 // The per-item calls (`next`, `scalarValue`, `vector2Value`,
 // `undefinedFlags`) run over millions of items and must stay cheap.
 
+#include "OrvCoreExport.h"
 #include "IUnitsConverter.h"
 #include "Vector.h"
 
@@ -14,7 +15,7 @@
 
 #include <boost/shared_ptr.hpp>
 
-class KelVariableIterInterface {
+class ORV_CORE_EXPORT KelVariableIterInterface {
 public:
     // Virtual operations, in this slot order.
     virtual bool next() = 0;

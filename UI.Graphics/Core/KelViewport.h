@@ -2,10 +2,11 @@
 // The region of the view a chart draws into, as fractions of the view, and
 // how the content is aligned inside it.
 
+#include "OrvCoreExport.h"
 #include "KelProperties.h"
 #include "KelStoredValue.h"
 
-class KelViewport : public KelProperties {
+class ORV_CORE_EXPORT KelViewport : public KelProperties {
 public:
     explicit KelViewport(KelModifiedGroup& group);
     KelViewport(const KelViewport& other);

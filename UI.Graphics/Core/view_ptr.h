@@ -3,12 +3,14 @@
 // observes is destroyed (like QPointer). Observable objects hand out a life
 // token; the pointer keeps only a weak reference to it.
 
+#include "OrvCoreExport.h"
+
 #include <memory>
 
 namespace kel {
 
 // Base of objects that view pointers may observe.
-class Observable {
+class ORV_CORE_EXPORT Observable {
 public:
     Observable() : m_alive(std::make_shared<char>(0)) {}
     // A copy is a new object with a life of its own.
