@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the project needs, if any is missing.
+# Installs the Debian packages the project needs, if any is missing, and the
+# extra packages given as arguments (scripts/ensure-deps.sh [PACKAGE...]).
 set -euo pipefail
 packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5svg5-dev libboost-dev libudunits2-dev
-          libgtest-dev libgmock-dev libbenchmark-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev gcovr "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -212,7 +212,9 @@ DataSet CsvReader::read(const QString& path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw Failure(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
     QTextStream in(&file);
-    in.setCodec("UTF-8");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    in.setCodec("UTF-8"); // Qt 6 streams read UTF-8 unless told otherwise
+#endif
     CsvParser parser(path);
     QString line;
     qint64 lineNumber = 0;
