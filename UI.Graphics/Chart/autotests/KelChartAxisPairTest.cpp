@@ -112,3 +112,29 @@ TEST_F(KelChartAxisPairTest, AssignmentMirrorsTheSourceAxesIntoOwnChildren)
     EXPECT_EQ(pair.first(), own);
     EXPECT_EQ(dynamic_cast<KelChartAxisContinuous*>(own)->max.get(), 7.0);
 }
+
+TEST_F(KelChartAxisPairTest, AssignmentCarriesDiscreteLabelsAndSelfAssignmentKeepsTheAxes)
+{
+    KelChartAxisPair source(group);
+    source.rename("axis.x");
+    auto& categories = dynamic_cast<KelChartAxisDiscrete&>(source.createSecond("top", KelChartAxisDiscrete::typeString));
+    categories.labels.setLabels({"a", "b"});
+    pair = source;
+    auto* own = dynamic_cast<KelChartAxisDiscrete*>(pair.second());
+    ASSERT_NE(own, nullptr);
+    EXPECT_NE(own, &categories);
+    EXPECT_EQ(own->labels.labels(), (QStringList{"a", "b"}));
+    EXPECT_EQ(own->labels.parent(), own);
+
+    // The second assignment updates the axis made by the first.
+    categories.labels.setLabels({"c"});
+    pair = source;
+    EXPECT_EQ(pair.second(), own);
+    EXPECT_EQ(own->labels.labels(), QStringList{"c"});
+
+    const KelChartAxisPair& self = pair;
+    pair = self;
+    EXPECT_EQ(pair.second(), own);
+    EXPECT_EQ(pair.size(), 1u);
+    EXPECT_TRUE(ensures().empty());
+}

@@ -61,3 +61,29 @@ TEST(KelChartAxis, CopiesAreRenamedAssignmentKeepsTheNameBothCarryValuesAndLabel
     copy.title.set("changed");
     EXPECT_EQ(source.title.get(), "Temperature");
 }
+
+TEST(KelChartAxis, ContinuousCopyAndAssignmentCarryTheRangeSettingsWithTheirUnits)
+{
+    KelModifiedGroup group;
+    KelChartAxisContinuous source(group);
+    source.autoScale.set(false);
+    source.min.set(-5.0);
+    source.max.set(40.0);
+    source.max.setUnit("degC");
+    source.logarithmic.set(true);
+    source.unitLabel.set("T");
+    const KelChartAxisContinuous copy(source);
+    KelChartAxisContinuous assigned(group);
+    assigned = source;
+    for (const KelChartAxisContinuous* axis : {&copy, static_cast<const KelChartAxisContinuous*>(&assigned)}) {
+        EXPECT_EQ(axis->type(), KelChartAxisContinuous::typeString);
+        EXPECT_FALSE(axis->autoScale.get());
+        EXPECT_EQ(axis->min.get(), -5.0);
+        EXPECT_EQ(axis->max.get(), 40.0);
+        EXPECT_EQ(axis->max.getUnit(), "degC");
+        EXPECT_TRUE(axis->logarithmic.get());
+        EXPECT_EQ(axis->unitLabel.get(), "T");
+    }
+    source.max.set(1.0);
+    EXPECT_EQ(copy.max.get(), 40.0);
+}

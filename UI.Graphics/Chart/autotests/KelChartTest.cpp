@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -87,34 +89,108 @@ TEST_F(KelChartTest, CopyIsRenamedInTheSameGroupAndKeepsItsValues)
     EXPECT_EQ(KelChartPie(pie).labels.labels(), (QStringList{"a", "b"}));
 }
 
-TEST_F(KelChartTest, CopyOf2DHasEmptyPairsAssignmentMirrorsThem)
+namespace {
+
+// Charts with axis pairs: the switch that differs between them, and the line texts of their traces.
+template <class Chart>
+struct PairChart;
+template <>
+struct PairChart<KelChart2D> {
+    static KelPropertyAdaptor<bool>& flag(KelChart2D& chart) { return chart.draw3d; }
+    static constexpr const char* scope = "KelChart2D::";
+    static std::vector<std::string> traceLines() { return {" @line 25", " @line 47", " @line 63", " @line 63"}; }
+};
+template <>
+struct PairChart<KelChart3D> {
+    static KelPropertyAdaptor<bool>& flag(KelChart3D& chart) { return chart.cube; }
+    static constexpr const char* scope = "KelChart3D::";
+    static std::vector<std::string> traceLines() { return {" @line 30", " @line 52", " @line 68", " @line 68"}; }
+};
+
+template <class Chart>
+class KelChartWithPairsTest : public KelChartTest {};
+using ChartsWithPairs = ::testing::Types<KelChart2D, KelChart3D>;
+TYPED_TEST_SUITE(KelChartWithPairsTest, ChartsWithPairs);
+
+} // namespace
+
+TYPED_TEST(KelChartWithPairsTest, CopyHasEmptyPairsAssignmentMirrorsThem)
 {
-    KelChart2D chart(group);
+    using Traits = PairChart<TypeParam>;
+    TypeParam chart(this->group);
     chart.axisX.createFirst("bottom", KelChartAxisContinuous::typeString);
-    chart.draw3d.set(true);
-    KelChart2D copy(chart);
-    EXPECT_TRUE(copy.draw3d.get());
+    Traits::flag(chart).set(!Traits::flag(chart).get());
+    const bool flagged = Traits::flag(chart).get();
+    TypeParam copy(chart);
+    EXPECT_EQ(Traits::flag(copy).get(), flagged);
     EXPECT_EQ(copy.axisX.first(), nullptr);
     EXPECT_EQ(copy.axisX.second(), nullptr);
-    EXPECT_EQ(copy.axisX.name(), "axis.x");
+    EXPECT_EQ(copy.axisX.parent(), &copy);
+    EXPECT_EQ(childNames(copy), pairChildren);
 
-    KelChart2D assigned(group);
+    TypeParam assigned(this->group);
     assigned = chart;
+    EXPECT_EQ(Traits::flag(assigned).get(), flagged);
     ASSERT_NE(assigned.axisX.first(), nullptr);
     EXPECT_EQ(assigned.axisX.first()->name(), "axis.x.bottom");
     EXPECT_EQ(assigned.axisX.first()->parent(), &assigned.axisX);
+    EXPECT_EQ(chart.axisX.first()->parent(), &chart.axisX);
 }
 
-TEST_F(KelChartTest, ScopedTracesOf2DCarryTheirLineTexts)
+TYPED_TEST(KelChartWithPairsTest, ScopedTracesCarryTheirLineTexts)
 {
     orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
     {
-        KelChart2D chart(group);
-        KelChart2D copy(chart);
+        TypeParam chart(this->group);
+        TypeParam copy(chart);
     }
     std::vector<std::string> wheres;
     for (const std::string& text : capture.texts(orvdebug::Stream::Log))
-        if (text.rfind("enter ", 0) == 0 && text.find("KelChart2D::") != std::string::npos)
+        if (text.rfind("enter ", 0) == 0 && text.find(PairChart<TypeParam>::scope) != std::string::npos)
             wheres.push_back(text.substr(text.find(" @line")));
-    EXPECT_EQ(wheres, (std::vector<std::string>{" @line 25", " @line 47", " @line 63", " @line 63"}));
+    EXPECT_EQ(wheres, PairChart<TypeParam>::traceLines());
+}
+
+// The kinds without axis pairs copy and assign their own properties and keep their label
+// iterators as their own children.
+TEST_F(KelChartTest, KindsWithoutPairsCopyAndAssignTheirOwnValues)
+{
+    KelChartCorrelation correlation(group);
+    correlation.legendLabel.set({0.0, 1.0});
+    correlation.displayValues.set(true);
+    KelChartPie pie(group);
+    pie.showPercentages.set(false);
+    pie.labels.setLabels({"a", "b"});
+    KelChartMultiAxis multi(group);
+    multi.firstAxis.set("axis.y.left");
+    multi.labels.setLabels({"p", "q"});
+
+    const KelChartCorrelation correlationCopy(correlation);
+    KelChartCorrelation correlationAssigned(group);
+    correlationAssigned = correlation;
+    for (const KelChartCorrelation* c : {&correlationCopy, static_cast<const KelChartCorrelation*>(&correlationAssigned)}) {
+        EXPECT_EQ(c->legendLabel.get(), (std::vector<double>{0.0, 1.0}));
+        EXPECT_TRUE(c->displayValues.get());
+        EXPECT_EQ(c->name(), "chart.correlation");
+    }
+
+    const KelChartPie pieCopy(pie);
+    KelChartPie pieAssigned(group);
+    pieAssigned = pie;
+    for (const KelChartPie* p : {&pieCopy, static_cast<const KelChartPie*>(&pieAssigned)}) {
+        EXPECT_FALSE(p->showPercentages.get());
+        EXPECT_EQ(p->labels.labels(), (QStringList{"a", "b"}));
+        EXPECT_EQ(p->labels.parent(), p);
+        EXPECT_EQ(childNames(*p), baseChildren + QStringList{"labels"});
+    }
+
+    const KelChartMultiAxis multiCopy(multi);
+    KelChartMultiAxis multiAssigned(group);
+    multiAssigned = multi;
+    for (const KelChartMultiAxis* m : {&multiCopy, static_cast<const KelChartMultiAxis*>(&multiAssigned)}) {
+        EXPECT_EQ(m->firstAxis.get(), "axis.y.left");
+        EXPECT_EQ(m->labels.labels(), (QStringList{"p", "q"}));
+        EXPECT_EQ(m->labels.parent(), m);
+        EXPECT_EQ(childNames(*m), baseChildren + QStringList{"labels"});
+    }
 }

@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(Data, KelChartValidVariableListRangeTest, ::testing::Va
     RangeCase{"empty manual is ignored", {3, 3}, Vector2(0, 6), false, 5, 5},
     RangeCase{"manual unused with autoRange", {3, 3}, Vector2(0, 6), true, 0, 10}));
 
-TEST_F(KelChartValidVariableListTest, GivenRangesAreKeptAndFoundByExactName)
+TEST_F(KelChartValidVariableListTest, GivenRangesAreKeptFoundByExactNameAndCleared)
 {
     list.push_back(variable("a", {}), Vector2(-8, -2));
     list.push_back(variable("twin", {}), Vector2(-3, 5));
@@ -94,6 +94,10 @@ TEST_F(KelChartValidVariableListTest, GivenRangesAreKeptAndFoundByExactName)
               std::vector<double>({-2, 0, 2}));
     EXPECT_EQ(std::vector<int>({list.findIndexByName("twin"), list.findIndexByName("tw")}), std::vector<int>({1, -1}));
     EXPECT_THROW(list.minmax(3), std::out_of_range);
+    list.clear();
+    EXPECT_EQ(list.size(), 0u);
+    EXPECT_EQ(list.findIndexByName("a"), -1);
+    EXPECT_THROW(list.variable(0), std::out_of_range);
     EXPECT_TRUE(ensures().empty());
 }
 

@@ -179,6 +179,42 @@ TEST_F(KelChartVariableCacheTest, TraceLinesOfVectorAndScalarVariables)
     EXPECT_FALSE(KelChartVariableCache(variable, true, {}).valid());
 }
 
+TEST_F(KelChartVariableCacheTest, MinXDeltaAndFillBaseLineFollowTheCachedPoints)
+{
+    const struct {
+        std::vector<Item> items;
+        double minXDelta, fillBaseLine;
+    } rows[] = {{{{1, 2}, {4, 5}, {6, 3}}, 2, 2},
+                {{{5, -5}, {7, -2}}, 2, -2},
+                {{{5, -1}}, 5, -1}, // one point: its x
+                {{{0, -1}, {0.5f, 3}}, 0.5, 0},
+                {{}, 0, 0}};
+    for (const auto& row : rows) {
+        const KelChartVariableCache cache(makeVariable(row.items, false), false, {});
+        EXPECT_EQ(cache.minXDelta(), row.minXDelta) << row.items.size() << " points";
+        EXPECT_EQ(cache.minXDelta(), row.minXDelta) << "stored";
+        EXPECT_EQ(cache.fillBaseLine(), row.fillBaseLine) << row.items.size() << " points";
+    }
+}
+
+TEST_F(KelChartVariableCacheTest, DefaultIsInvalidAndEmptyAMoveEmptiesTheSource)
+{
+    const KelChartVariableCache empty;
+    EXPECT_FALSE(empty.valid());
+    EXPECT_FALSE(empty.scalar());
+    EXPECT_TRUE(empty.x().empty() && empty.y().empty() && empty.index().empty());
+    EXPECT_FALSE(empty.bounds().defined());
+    EXPECT_EQ(empty.minXDelta(), 0.0);
+
+    KelChartVariableCache source(makeVariable({{1, 10}, {3, 30}}, false), false, {});
+    KelChartVariableCache target;
+    target = std::move(source);
+    EXPECT_TRUE(target.valid());
+    EXPECT_EQ(target.x(), (std::vector<double>{1, 3}));
+    EXPECT_EQ(&target.variable(), &variable);
+    EXPECT_TRUE(source.x().empty() && source.y().empty() && source.index().empty());
+}
+
 // Ties, signed zeros, denormals and infinities come out as a comparison stable sort puts them; NaN goes
 // last in input order.
 TEST(KelStableOrder, EqualsTheComparisonStableSortWithNaNLast)

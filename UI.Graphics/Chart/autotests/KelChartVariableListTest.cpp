@@ -49,12 +49,16 @@ TEST(KelChartVariableList, CopiesAndMovesKeepValuesAndDefaultChildNameButNotTheT
     list.rename(QStringLiteral("variable"));
     list.setValue(QStringLiteral("note"), QStringLiteral("kept"));
     const KelChartVariableList copied(list);
+    // A move copies: the list moved from keeps its values and stays usable.
+    const KelChartVariableList moveConstructed(std::move(list));
     KelChartVariableList moveTarget(group, QStringLiteral("other.1"));
     moveTarget.rename(QStringLiteral("target"));
     moveTarget = std::move(list);
     EXPECT_EQ(copied.name(), QStringLiteral("variable"));
+    EXPECT_EQ(moveConstructed.name(), QStringLiteral("variable"));
     EXPECT_EQ(moveTarget.name(), QStringLiteral("target"));
-    for (const KelChartVariableList* node : {&copied, static_cast<const KelChartVariableList*>(&moveTarget)}) {
+    for (const KelChartVariableList* node :
+         {&copied, &moveConstructed, static_cast<const KelChartVariableList*>(&moveTarget)}) {
         QString note;
         node->getValue(QStringLiteral("note"), note, QString());
         EXPECT_EQ(note, QStringLiteral("kept"));

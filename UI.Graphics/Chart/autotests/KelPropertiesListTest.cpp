@@ -32,6 +32,25 @@ TEST(KelPropertiesList, InsertNamesUnnamedChildrenAndAccessIsTyped)
     EXPECT_EQ(list.back(), &appended);
 }
 
+// The ends are given out only as T, through const access too; an empty list has none.
+TEST(KelPropertiesList, FrontAndBackAreTypedAndNullWhenEmptyOrForeign)
+{
+    KelModifiedGroup group;
+    KelPropertiesList<KelChartAxis> list{group, "axis.1"};
+    const KelPropertiesList<KelChartAxis>& constList = list;
+    EXPECT_EQ(list.front(), nullptr);
+    EXPECT_EQ(constList.back(), nullptr);
+    KelChartAxis& first = list.child("a", KelChartAxis::typeString);
+    auto* foreign = new KelProperties(group);
+    foreign->rename("f");
+    static_cast<KelProperties&>(list).insert(foreign, false);
+    EXPECT_EQ(list.front(), &first);
+    EXPECT_EQ(constList.front(), &first);
+    EXPECT_EQ(list.back(), nullptr);
+    EXPECT_EQ(constList.back(), nullptr);
+    EXPECT_EQ(&constList.child("a", KelChartAxis::typeString), &first);
+}
+
 TEST(KelChartAxisList, MakesTheAxisClassOfTheTypeAndCopiesKeepTheDefaultName)
 {
     KelModifiedGroup group;

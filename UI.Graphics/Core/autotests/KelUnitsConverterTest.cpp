@@ -82,3 +82,17 @@ TEST(UnitsConverter, PreferredUnitIsTheFirstOfTheSameDimension)
     EXPECT_EQ(converter.preferredUnit("blorp"), "blorp");
     EXPECT_EQ(converter.preferredUnit(""), "");
 }
+
+TEST(UnitsConverter, IsUnitAsksTheDatabaseAndArraysKeepTheIdentity)
+{
+    ASSERT_TRUE(KelUnitsConverter::databaseAvailable());
+    const KelUnitsConverter converter;
+    for (const char* unit : {"m", " km/h ", "degC", "°F", "kg m-3"})
+        EXPECT_TRUE(converter.isUnit(unit)) << unit;
+    for (const char* text : {"", "blorp", "m/"})
+        EXPECT_FALSE(converter.isUnit(text)) << text;
+    double values[] = {1.0, 2.0};
+    float floats[] = {3.0f};
+    EXPECT_TRUE(converter.convert(values, 2, "K", "") && converter.convert(floats, 1, "m", "m"));
+    EXPECT_TRUE(values[0] == 1.0 && values[1] == 2.0 && floats[0] == 3.0f);
+}

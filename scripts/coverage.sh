@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Builds with gcov instrumentation in build-coverage/, runs the whole test suite and prints the line
+# coverage of the library and its stand-in host modules, per file and in total. Exits non-zero when
+# the chart library alone is below the gate (GATE, default 90 percent).
+#   scripts/coverage.sh            # report and gate
+#   GATE=92 scripts/coverage.sh    # a stricter gate
+set -euo pipefail
+top=$(cd "$(dirname "$0")/.." && pwd)
+build=$top/build-coverage
+gate=${GATE:-90}
+jobs=$(nproc)
+cd "$top"
+
+"$top/scripts/ensure-deps.sh"
+cmake -S "$top" -B "$build" -G Ninja -DORV_COVERAGE=ON -DCMAKE_BUILD_TYPE=Debug \
+  -DORV_BUILD_BENCHMARKS=OFF >/dev/null
+cmake --build "$build" -j "$jobs"
+
+# Counters accumulate across runs; start from zero so the numbers describe this run only.
+find "$build" -name '*.gcda' -delete
+# The run's full log is kept; only its summary is shown. A failing test still gets its coverage
+# reported, but fails the script.
+log=$build/coverage-tests.log
+status=0
+if ! (cd "$build" && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs") >"$log" 2>&1; then
+  status=1
+fi
+sed -n '/tests passed/,$p' "$log"
+
+# gcov must match the compiler that wrote the counters: gcov-12 for g++ 12.
+cxx=$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")
+gcov=gcov-$("$cxx" -dumpversion | cut -d. -f1)
+command -v "$gcov" >/dev/null || gcov=gcov
+
+# Paths are relative to the repository root. Tests, the example host, benchmarks and fuzz
+# targets live outside these folders or in autotests/, so they never count as covered code.
+# gcovr merges the counts of an inline header seen by several translation units.
+summary=$build/coverage-summary.json
+gcovr --root "$top" --object-directory "$build" --gcov-executable "$gcov" -j "$jobs" \
+  --filter 'OrvDebug/' --filter 'CppMath/' --filter 'UI\.Graphics/(Core|Chart)/' \
+  --exclude '.*/autotests/' \
+  --txt - --json-summary "$summary"
+
+# Totals per module, then the gate on the chart library alone, summed from the summary just written.
+if ! python3 - "$summary" "$gate" <<'EOF'
+import json, sys
+summary, gate = sys.argv[1], float(sys.argv[2])
+files = json.load(open(summary))["files"]
+
+def percent(prefix):
+    chosen = [f for f in files if f["filename"].startswith(prefix)]
+    total = sum(f["line_total"] for f in chosen)
+    covered = sum(f["line_covered"] for f in chosen)
+    # Rounded as printed, so that the verdict never contradicts the number shown.
+    return round(100.0 * covered / total, 1) if total else 0.0, covered, total
+
+for module in ("OrvDebug/", "CppMath/", "UI.Graphics/Core/", "UI.Graphics/Chart/"):
+    value, covered, total = percent(module)
+    print(f"{module:<20} {covered:>5} of {total:>5} lines  {value:5.1f}%")
+chart = percent("UI.Graphics/Chart/")[0]
+verdict = "passes" if chart >= gate else "FAILS"
+print(f"Chart line coverage {chart:.1f}% (gate {gate:g}%): {verdict}")
+sys.exit(0 if chart >= gate else 1)
+EOF
+then
+  status=1
+fi
+grep -q '^100% tests passed' "$log" || echo "Some tests failed: see $log" >&2
+exit "$status"
