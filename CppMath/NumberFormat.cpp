@@ -80,7 +80,7 @@ public:
         m_size = static_cast<std::size_t>(
             std::to_chars(m_text + m_size, m_text + sizeof m_text, value).ptr - m_text);
     }
-    std::string text() const { return std::string(m_text, m_size); }
+    std::string text() const { return {m_text, m_size}; }
 
 private:
     // Sign, MaxFixedDigits integer digits, point and MaxDecimals decimals fit.

@@ -36,7 +36,7 @@ public:
     float operator[](int i) const { return m_v[i]; }
     float& operator[](int i) { return m_v[i]; }
 
-    Vector3 operator-() const { return Vector3(-m_v[0], -m_v[1], -m_v[2]); }
+    Vector3 operator-() const { return {-m_v[0], -m_v[1], -m_v[2]}; }
     bool operator==(const Vector3& o) const
     {
         return m_v[0] == o.m_v[0] && m_v[1] == o.m_v[1] && m_v[2] == o.m_v[2];

@@ -95,9 +95,9 @@ void logger::ensure(bool condition, const std::string& text)
         write(Stream::Ensure, std::string(), text);
 }
 
-dbgostream logger::dout(const std::string& tag) { return dbgostream(*this, Stream::Out, tag); }
-dbgostream logger::derr(const std::string& tag) { return dbgostream(*this, Stream::Err, tag); }
-dbgostream logger::dlog(const std::string& tag) { return dbgostream(*this, Stream::Log, tag); }
+dbgostream logger::dout(const std::string& tag) { return {*this, Stream::Out, tag}; }
+dbgostream logger::derr(const std::string& tag) { return {*this, Stream::Err, tag}; }
+dbgostream logger::dlog(const std::string& tag) { return {*this, Stream::Log, tag}; }
 
 void logger::setSink(Sink sink) { m_sink = std::move(sink); }
 

@@ -30,17 +30,7 @@ KelChart::KelChart(const KelChart& other)
     nameAndInsertChildren();
 }
 
-KelChart& KelChart::operator=(const KelChart& other)
-{
-    KelProperties::operator=(other);
-    title = other.title;
-    textColor = other.textColor;
-    textShadowColor = other.textShadowColor;
-    unitSystem = other.unitSystem;
-    variables = other.variables;
-    style = other.style;
-    return *this;
-}
+KelChart& KelChart::operator=(const KelChart& other) = default;
 
 KelChart::~KelChart() = default;
 

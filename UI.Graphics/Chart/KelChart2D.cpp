@@ -30,15 +30,7 @@ KelChart2D::KelChart2D(const KelChart2D& other)
     setType(typeString);
 }
 
-KelChart2D& KelChart2D::operator=(const KelChart2D& other)
-{
-    KelChart::operator=(other);
-    draw3d = other.draw3d;
-    axisX = other.axisX;
-    axisY = other.axisY;
-    axisZ = other.axisZ;
-    return *this;
-}
+KelChart2D& KelChart2D::operator=(const KelChart2D& other) = default;
 
 KelChart2D::~KelChart2D()
 {

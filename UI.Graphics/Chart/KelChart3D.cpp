@@ -30,15 +30,7 @@ KelChart3D::KelChart3D(const KelChart3D& other)
     setType(typeString);
 }
 
-KelChart3D& KelChart3D::operator=(const KelChart3D& other)
-{
-    KelChart::operator=(other);
-    cube = other.cube;
-    axisX = other.axisX;
-    axisY = other.axisY;
-    axisZ = other.axisZ;
-    return *this;
-}
+KelChart3D& KelChart3D::operator=(const KelChart3D& other) = default;
 
 KelChart3D::~KelChart3D()
 {

@@ -32,18 +32,7 @@ KelChartAxis::KelChartAxis(const KelChartAxis& other)
     rename(QStringLiteral("axis.1"));
 }
 
-KelChartAxis& KelChartAxis::operator=(const KelChartAxis& other)
-{
-    KelProperties::operator=(other);
-    enabled = other.enabled;
-    title = other.title;
-    inverted = other.inverted;
-    tickColor = other.tickColor;
-    gridColor = other.gridColor;
-    labelColor = other.labelColor;
-    labelShadowColor = other.labelShadowColor;
-    return *this;
-}
+KelChartAxis& KelChartAxis::operator=(const KelChartAxis& other) = default;
 
 KelChartAxis::~KelChartAxis() = default;
 

@@ -28,17 +28,6 @@ KelChartAxisContinuous::KelChartAxisContinuous(const KelChartAxisContinuous& oth
     setType(typeString);
 }
 
-KelChartAxisContinuous& KelChartAxisContinuous::operator=(const KelChartAxisContinuous& other)
-{
-    KelChartAxis::operator=(other);
-    autoScale = other.autoScale;
-    min = other.min;
-    max = other.max;
-    unitLabel = other.unitLabel;
-    symmetric = other.symmetric;
-    logarithmic = other.logarithmic;
-    usability = other.usability;
-    return *this;
-}
+KelChartAxisContinuous& KelChartAxisContinuous::operator=(const KelChartAxisContinuous& other) = default;
 
 KelChartAxisContinuous::~KelChartAxisContinuous() = default;

@@ -34,16 +34,6 @@ KelChartAxisDiscrete::KelChartAxisDiscrete(const KelChartAxisDiscrete& other)
     insert(&labels, true);
 }
 
-KelChartAxisDiscrete& KelChartAxisDiscrete::operator=(const KelChartAxisDiscrete& other)
-{
-    KelChartAxis::operator=(other);
-    autoScale = other.autoScale;
-    min = other.min;
-    max = other.max;
-    labelOffset = other.labelOffset;
-    stacked = other.stacked;
-    labels = other.labels;
-    return *this;
-}
+KelChartAxisDiscrete& KelChartAxisDiscrete::operator=(const KelChartAxisDiscrete& other) = default;
 
 KelChartAxisDiscrete::~KelChartAxisDiscrete() = default;

@@ -22,8 +22,6 @@ void report(const std::string& condition, const std::string& signature)
 
 KelChartAxisPair::KelChartAxisPair(KelModifiedGroup& group)
     : KelProperties(group)
-    , _first(nullptr)
-    , _second(nullptr)
 {
     setType(typeString);
 }

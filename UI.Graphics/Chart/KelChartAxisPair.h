@@ -48,7 +48,7 @@ private:
     KelChartAxis& refuse(const std::string& condition, const std::string& signature);
     KelChartAxis* mirror(const KelChartAxis* source, const KelChartAxis* taken);
 
-    KelChartAxis* _first;
-    KelChartAxis* _second;
+    KelChartAxis* _first = nullptr;
+    KelChartAxis* _second = nullptr;
     std::unique_ptr<KelChartAxis> _refused;
 };

@@ -20,12 +20,6 @@ KelChartCorrelation::KelChartCorrelation(const KelChartCorrelation& other)
     rename(typeString);
 }
 
-KelChartCorrelation& KelChartCorrelation::operator=(const KelChartCorrelation& other)
-{
-    KelChart::operator=(other);
-    legendLabel = other.legendLabel;
-    displayValues = other.displayValues;
-    return *this;
-}
+KelChartCorrelation& KelChartCorrelation::operator=(const KelChartCorrelation& other) = default;
 
 KelChartCorrelation::~KelChartCorrelation() = default;

@@ -44,20 +44,7 @@ KelChartLegend::KelChartLegend(const KelChartLegend& other)
     nameAndInsertViewport();
 }
 
-KelChartLegend& KelChartLegend::operator=(const KelChartLegend& other)
-{
-    KelProperties::operator=(other);
-    enabled = other.enabled;
-    style = other.style;
-    background = other.background;
-    border = other.border;
-    viewport = other.viewport;
-    textColor = other.textColor;
-    textShadowColor = other.textShadowColor;
-    chart = other.chart;
-    expandVariable = other.expandVariable;
-    return *this;
-}
+KelChartLegend& KelChartLegend::operator=(const KelChartLegend& other) = default;
 
 KelChartLegend::~KelChartLegend() = default;
 

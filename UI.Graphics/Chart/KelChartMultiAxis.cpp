@@ -23,12 +23,6 @@ KelChartMultiAxis::KelChartMultiAxis(const KelChartMultiAxis& other)
     rename(typeString);
 }
 
-KelChartMultiAxis& KelChartMultiAxis::operator=(const KelChartMultiAxis& other)
-{
-    KelChart::operator=(other);
-    firstAxis = other.firstAxis;
-    labels = other.labels;
-    return *this;
-}
+KelChartMultiAxis& KelChartMultiAxis::operator=(const KelChartMultiAxis& other) = default;
 
 KelChartMultiAxis::~KelChartMultiAxis() = default;

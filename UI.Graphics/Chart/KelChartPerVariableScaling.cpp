@@ -116,11 +116,12 @@ bool KelChartPerVariableScaling::isAxisDiscrete(Orv::Math::Vector3::Comp comp, s
 {
     const AxisLookup found = lookup(comp, i);
     const KelChartAxisPairScale* axisPair = found.pair;
-    ORV_ENSURE(axisPair != 0);
+    // The report quotes the condition as written: keep `!= 0`.
+    ORV_ENSURE(axisPair != 0); // NOLINT(modernize-use-nullptr)
     if (!axisPair)
         return false;
     const KelChartAxisScale* axis = axisPair->find(found.name);
-    ORV_ENSURE(axis != 0);
+    ORV_ENSURE(axis != 0); // NOLINT(modernize-use-nullptr)
     return axis && axis->discrete();
 }
 

@@ -23,12 +23,6 @@ KelChartPie::KelChartPie(const KelChartPie& other)
     rename(typeString);
 }
 
-KelChartPie& KelChartPie::operator=(const KelChartPie& other)
-{
-    KelChart::operator=(other);
-    labels = other.labels;
-    showPercentages = other.showPercentages;
-    return *this;
-}
+KelChartPie& KelChartPie::operator=(const KelChartPie& other) = default;
 
 KelChartPie::~KelChartPie() = default;

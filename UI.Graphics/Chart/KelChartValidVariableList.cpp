@@ -1,5 +1,6 @@
 #include "KelChartValidVariableList.h"
 
+#include "KelChartBaseLine.h"
 #include "NiceIntervals.h"
 #include "NumberFormat.h"
 #include "OrvDebug.h"
@@ -17,7 +18,7 @@ void reportFailure(const char* condition, const std::string& signature)
 
 Orv::Math::Vector2 range(double low, double high)
 {
-    return Orv::Math::Vector2(static_cast<float>(low), static_cast<float>(high));
+    return {static_cast<float>(low), static_cast<float>(high)};
 }
 
 // A range around a single value: from 0 to twice the value, or -1 to 1 around 0.
@@ -84,13 +85,7 @@ const Orv::Math::Vector2& KelChartValidVariableList::minmax(size_t i) const
 
 double KelChartValidVariableList::fillBaseLine(size_t i) const
 {
-    const double lo = _minmax.at(i)[0];
-    const double hi = _minmax.at(i)[1];
-    if (lo > 0)
-        return lo;
-    if (hi < 0)
-        return hi;
-    return 0.0;
+    return KelChartBaseLine(_minmax.at(i)[0], _minmax.at(i)[1]);
 }
 
 void KelChartValidVariableList::clear()

@@ -87,28 +87,7 @@ KelChartVariable::KelChartVariable(const KelChartVariable& other)
     adopt(*this, filterMax, QStringLiteral("filterMax"));
 }
 
-KelChartVariable& KelChartVariable::operator=(const KelChartVariable& other)
-{
-    KelProperties::operator=(other);
-    enabled = other.enabled;
-    title = other.title;
-    legend = other.legend;
-    xAxis = other.xAxis;
-    yAxis = other.yAxis;
-    zAxis = other.zAxis;
-    label = other.label;
-    variableiter = other.variableiter;
-    style = other.style;
-    autoRange = other.autoRange;
-    max = other.max;
-    min = other.min;
-    enableFilters = other.enableFilters;
-    filterMax = other.filterMax;
-    filterMin = other.filterMin;
-    order = other.order;
-    tesselate = other.tesselate;
-    return *this;
-}
+KelChartVariable& KelChartVariable::operator=(const KelChartVariable& other) = default;
 
 KelChartVariable::~KelChartVariable() = default;
 

@@ -174,7 +174,7 @@ private:
 
 void KelChartVariableCache::Placement::placeUndefined(const Item& item)
 {
-    const double position = static_cast<double>(m_count);
+    const auto position = static_cast<double>(m_count);
     if (m_cache.m_scalar) {
         // Drawn at the smallest defined y; the x of every scalar item is 0.
         m_cache.m_x.push_back(0.0);

@@ -10,13 +10,10 @@ KelChartVariableList::KelChartVariableList(KelModifiedGroup& group, const QStrin
     setType(typeString);
 }
 
-KelChartVariableList::KelChartVariableList(const KelChartVariableList& other)
-    : KelPropertiesList<KelChartVariable>(other)
-{
-}
+KelChartVariableList::KelChartVariableList(const KelChartVariableList& other) = default;
 
 // A move copies, so that a list moved from stays a valid tree node.
-KelChartVariableList::KelChartVariableList(KelChartVariableList&& other)
+KelChartVariableList::KelChartVariableList(KelChartVariableList&& other) // NOLINT(performance-noexcept-move-constructor)
     : KelPropertiesList<KelChartVariable>(other)
 {
 }
@@ -27,7 +24,7 @@ KelChartVariableList& KelChartVariableList::operator=(const KelChartVariableList
     return *this;
 }
 
-KelChartVariableList& KelChartVariableList::operator=(KelChartVariableList&& other)
+KelChartVariableList& KelChartVariableList::operator=(KelChartVariableList&& other) // NOLINT(performance-noexcept-move-constructor)
 {
     KelPropertiesList<KelChartVariable>::operator=(other);
     return *this;

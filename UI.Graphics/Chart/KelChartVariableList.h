@@ -17,10 +17,11 @@ public:
     // Unnamed on return: the owner names it.
     KelChartVariableList(KelModifiedGroup& group, const QString& defaultChildName);
     KelChartVariableList(const KelChartVariableList& other);
-    // Copies: a list moved from keeps its state.
-    KelChartVariableList(KelChartVariableList&& other);
+    // Copies: a list moved from keeps its state. Copying allocates, so the
+    // moves may throw and are not noexcept.
+    KelChartVariableList(KelChartVariableList&& other); // NOLINT(performance-noexcept-move-constructor)
     KelChartVariableList& operator=(const KelChartVariableList& other);
-    KelChartVariableList& operator=(KelChartVariableList&& other);
+    KelChartVariableList& operator=(KelChartVariableList&& other); // NOLINT(performance-noexcept-move-constructor)
     ~KelChartVariableList() override;
 
 protected:

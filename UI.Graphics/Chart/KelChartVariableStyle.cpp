@@ -86,37 +86,7 @@ KelChartVariableStyle::KelChartVariableStyle(const KelChartVariableStyle& other)
     setType(typeString);
 }
 
-KelChartVariableStyle& KelChartVariableStyle::operator=(const KelChartVariableStyle& other)
-{
-    KelProperties::operator=(other);
-    style = other.style;
-    line = other.line;
-    lineColor = other.lineColor;
-    lineBackgroundColor = other.lineBackgroundColor;
-    lineGradient = other.lineGradient;
-    lineWidth = other.lineWidth;
-    lineSmooth = other.lineSmooth;
-    fill = other.fill;
-    fillColor = other.fillColor;
-    fillBackgroundColor = other.fillBackgroundColor;
-    fillGradient = other.fillGradient;
-    bands = other.bands;
-    labelColor = other.labelColor;
-    labelShadowColor = other.labelShadowColor;
-    barWidth = other.barWidth;
-    barOffset = other.barOffset;
-    barTopSize = other.barTopSize;
-    barTopColor = other.barTopColor;
-    symbol = other.symbol;
-    symbolSize = other.symbolSize;
-    symbolOutline = other.symbolOutline;
-    symbolOutlineColor = other.symbolOutlineColor;
-    symbolFill = other.symbolFill;
-    symbolFillColor = other.symbolFillColor;
-    componentSortAxis = other.componentSortAxis;
-    showLinearInterpolationOfLines = other.showLinearInterpolationOfLines;
-    return *this;
-}
+KelChartVariableStyle& KelChartVariableStyle::operator=(const KelChartVariableStyle& other) = default;
 
 KelChartVariableStyle::~KelChartVariableStyle() = default;
 

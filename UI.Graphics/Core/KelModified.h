@@ -27,8 +27,8 @@ class ORV_CORE_EXPORT KelModified {
 public:
     explicit KelModified(KelModifiedGroup& group) : m_group(&group) {}
     KelModified(const KelModified& other) = default;
-    // A node keeps its own group when assigned.
-    KelModified& operator=(const KelModified&) { return *this; }
+    // A node keeps its own group when assigned, so self-assignment is a no-op too.
+    KelModified& operator=(const KelModified&) { return *this; } // NOLINT(bugprone-unhandled-self-assignment)
     virtual ~KelModified() = default;
 
     KelModifiedGroup& group() const { return *m_group; }

@@ -78,7 +78,7 @@ bool isWhole8Bit(quint16 channel)
 QString formatColor(const QColor& color)
 {
     if (!color.isValid())
-        return QString();
+        return {};
     const QRgba64 c = color.rgba64();
     if (!isWhole8Bit(c.red()) || !isWhole8Bit(c.green()) || !isWhole8Bit(c.blue()) || !isWhole8Bit(c.alpha()))
         return QString::asprintf("#%04x%04x%04x%04x", c.alpha(), c.red(), c.green(), c.blue());
@@ -449,7 +449,7 @@ QString KelPropertiesString::setUnit(const QString& name, const QString& unit)
 {
     findOrAppend(name).unit = unit;
     touch();
-    return QString();
+    return {};
 }
 
 QString KelPropertiesString::getString(const QString& name) const
@@ -476,7 +476,7 @@ QString KelPropertiesString::getTyped(const QString& name, T& value, const T& de
         value = defaultValue;
         return cannotRead(entry->value, Codec<T>::type, name);
     }
-    return QString();
+    return {};
 }
 
 template <class T>
@@ -486,7 +486,7 @@ QString KelPropertiesString::setTyped(const QString& name, const T& value)
     entry.value = Codec<T>::format(value);
     entry.type = QLatin1String(Codec<T>::type);
     touch();
-    return QString();
+    return {};
 }
 
 QString KelPropertiesString::getValue(const QString& name, QString& value, const QString& defaultValue) const
@@ -562,7 +562,7 @@ QString KelPropertiesString::setValue(const QString& name, const QString& value)
     }
     findOrAppend(name).value = stored;
     touch();
-    return QString();
+    return {};
 }
 
 QString KelPropertiesString::setValue(const QString& name, bool value)

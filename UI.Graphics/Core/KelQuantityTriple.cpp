@@ -103,14 +103,7 @@ KelQuantityTriple::KelQuantityTriple(const KelQuantityTriple& other)
     insertComponents();
 }
 
-KelQuantityTriple& KelQuantityTriple::operator=(const KelQuantityTriple& other)
-{
-    KelProperties::operator=(other);
-    x = other.x;
-    y = other.y;
-    z = other.z;
-    return *this;
-}
+KelQuantityTriple& KelQuantityTriple::operator=(const KelQuantityTriple& other) = default;
 
 KelQuantityTriple::~KelQuantityTriple() = default;
 
@@ -133,8 +126,8 @@ const KelQuantityComponent& KelQuantityTriple::component(Comp c) const
 
 Orv::Math::Vector3 KelQuantityTriple::vector() const
 {
-    return Orv::Math::Vector3(static_cast<float>(x.value.get()), static_cast<float>(y.value.get()),
-                              static_cast<float>(z.value.get()));
+    return {static_cast<float>(x.value.get()), static_cast<float>(y.value.get()),
+            static_cast<float>(z.value.get())};
 }
 
 void KelQuantityTriple::reset(const Orv::Math::Vector3& values, const QString& unit1, const QString& unit2,
@@ -179,7 +172,7 @@ QString KelQuantityTriple::setText(const QString& text)
     y.set(parsed[1].number, parsed[1].unit);
     z.set(parsed[2].number, parsed[2].unit);
     setModified();
-    return QString();
+    return {};
 }
 
 QString KelQuantityTriple::getValue(const QString& name, QString& value, const QString& defaultValue) const
@@ -187,7 +180,7 @@ QString KelQuantityTriple::getValue(const QString& name, QString& value, const Q
     if (name != this->name())
         return KelProperties::getValue(name, value, defaultValue);
     value = text();
-    return QString();
+    return {};
 }
 
 QString KelQuantityTriple::setValue(const QString& name, const QString& value)

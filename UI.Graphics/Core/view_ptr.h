@@ -15,7 +15,7 @@ public:
     Observable() : m_alive(std::make_shared<char>(0)) {}
     // A copy is a new object with a life of its own.
     Observable(const Observable&) : Observable() {}
-    Observable& operator=(const Observable&) { return *this; }
+    Observable& operator=(const Observable&) { return *this; } // NOLINT(bugprone-unhandled-self-assignment): keeps its own token
     ~Observable() = default;
 
     std::weak_ptr<void> lifeToken() const { return m_alive; }
