@@ -2,7 +2,10 @@
 
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartBaseLine.h"
 #include "KelChartVariableListCache.h"
+
+#include "OrvDebug.h"
 
 #include <algorithm>
 #include <climits>
@@ -21,7 +24,9 @@ template <class T>
 void expandRange(T& min, T& max, T fraction)
 {
     const T largest = std::numeric_limits<float>::max();
-    double d = static_cast<T>((max - min) * fraction);
+    // A fraction of 0 widens by nothing, also when the width overflows to infinity (inf * 0 is NaN).
+    // NOLINTNEXTLINE(modernize-use-auto): double for every T
+    double d = fraction == 0 ? 0.0 : static_cast<T>((max - min) * fraction);
     if (d == 0)
         d = static_cast<T>(std::abs(max) * T(0.5));
     if (min == max || d == 0) {
@@ -51,12 +56,21 @@ bool namesAxis(const KelChartVariableCache& cache, const QString& axisName)
         || variable.zAxis.get() == axisName;
 }
 
-// 1 / count in float; an empty range has no finite step.
-double categoryStep(unsigned int count)
+// 1 / slots in float, for a whole number of slots; an empty range has no finite step.
+double categoryStep(double slots)
 {
-    if (count == 0)
-        return std::numeric_limits<float>::infinity();
-    return 1.0f / static_cast<float>(count);
+    if (!(slots > 0))
+        return std::numeric_limits<double>::infinity();
+    return 1.0f / static_cast<float>(slots);
+}
+
+void warnEntryLimit(const QString& axisName)
+{
+    orvdebug::dbgostream err = kel::debug_logger::debuglogger().derr();
+    err.buffer() << "WARNING: discrete axis \"" << axisName << "\" needs more than "
+                 << KelChartAxisScale::MaxDiscreteEntries << " entries; its scale keeps only the first "
+                 << KelChartAxisScale::MaxDiscreteEntries;
+    err << std::endl;
 }
 
 } // namespace
@@ -224,9 +238,10 @@ void KelChartAxisScale::updateDiscrete(const KelChartAxisDiscrete& axis)
     discreteDataRange();
     if (!axis.autoScale.get())
         narrowToFixedRange(axis);
-    const double width = m_max - m_min;
-    m_size = width > 0 ? static_cast<unsigned int>(width) : 0u;
-    takeCategories(axis);
+    // Whole slots, as a double: a range may hold more of them than any unsigned counts.
+    const double slots = m_max > m_min ? std::floor(m_max - m_min) : 0.0;
+    takeCategories(axis, slots);
+    m_size = static_cast<unsigned int>(std::min(slots, static_cast<double>(m_values.size())));
     m_valid = m_max > m_min && m_min >= 0;
 }
 
@@ -259,38 +274,46 @@ void KelChartAxisScale::narrowToFixedRange(const KelChartAxisDiscrete& axis)
 }
 
 // Labels from the first shown category on, all of them, then empty fillers up
-// to the end of the range.
-void KelChartAxisScale::takeCategories(const KelChartAxisDiscrete& axis)
+// to the end of the range while the scale holds fewer than MaxDiscreteEntries.
+void KelChartAxisScale::takeCategories(const KelChartAxisDiscrete& axis, double slots)
 {
     // Walking the labels moves only the iterator's position, none of the axis's settings.
     KelLabelIterInterface& labels = const_cast<KelLabelIter&>(axis.labels);
-    const double step = categoryStep(m_size);
+    const double step = categoryStep(slots);
+    // Reserved up front: regrowing arrays of up to a million entries costs more than filling them.
+    const auto expected = static_cast<size_t>(std::min(slots, static_cast<double>(MaxDiscreteEntries)));
+    m_values.reserve(expected);
+    m_labels.reserve(expected);
+    m_percentages.reserve(expected);
     labels.reset();
-    int n = 0;
+    // Category indices as doubles: a range may reach beyond every int.
+    double n = 0;
     if (m_min > 0) {
         while (labels.next() && ++n < m_min) {
         }
     }
     for (; labels.next(); ++n)
         appendCategory(labels.currentLabel(), n, step);
-    for (; n < m_max; ++n)
+    // Labels that ran out before the first shown category leave fillers from where they ended, below
+    // the range; the limit below bounds them too.
+    for (; n < m_max; ++n) {
+        if (m_values.size() >= MaxDiscreteEntries) {
+            warnEntryLimit(m_axisName);
+            break;
+        }
         appendCategory(QString(), n, step);
+    }
 }
 
-void KelChartAxisScale::appendCategory(const QString& label, int value, double step)
+void KelChartAxisScale::appendCategory(const QString& label, double value, double step)
 {
     m_labels.push_back(label);
     m_values.push_back(value);
-    const float slotCentre = static_cast<float>(value - m_min + 0.5);
+    const auto slotCentre = static_cast<float>(value - m_min + 0.5);
     m_percentages.push_back(slotCentre * step);
 }
 
 void KelChartAxisScale::updateBaseLine()
 {
-    if (m_min > 0)
-        m_baseLine = m_min;
-    else if (m_max < 0)
-        m_baseLine = m_max;
-    else
-        m_baseLine = 0.0;
+    m_baseLine = KelChartBaseLine(m_min, m_max);
 }

@@ -22,12 +22,18 @@
 // fixed range only narrows that. The entries are the axis's labels from the
 // first shown category on, then empty fillers up to max; every entry sits at
 // the centre of its category slot, (value - min + 0.5) / size, with the offset
-// rounded to float and 1 / size computed in float. An axis that is neither
-// continuous nor discrete (a plain "chart.axis") gets an invalid scale.
+// rounded to float and 1 / size computed in float. A discrete scale holds at
+// most `MaxDiscreteEntries` entries: a range wider than that (a "max" near the
+// largest int, data x near the largest float) gets its labels and fillers up
+// to the limit only, and one warning on `derr` naming the axis; its size is
+// then the limit, while positions stay those of the whole range. An axis that
+// is neither continuous nor discrete (a plain "chart.axis") gets an invalid
+// scale.
 //
 // The scale keeps pointers to the axis and the cache; both must outlive every
 // call of `update`.
 
+#include "OrvChartExport.h"
 #include "NiceIntervals.h"
 #include "NumberFormat.h"
 
@@ -40,8 +46,13 @@ class KelChartAxisContinuous;
 class KelChartAxisDiscrete;
 class KelChartVariableListCache;
 
-class KelChartAxisScale {
+class ORV_CHART_EXPORT KelChartAxisScale {
 public:
+    // The most entries (labels and fillers) a discrete scale stores. Beyond it
+    // every further slot would be an empty filler; a million of them already
+    // cost tens of megabytes, while no view draws that many categories.
+    static constexpr unsigned int MaxDiscreteEntries = 1000000;
+
     // Invalid, empty, factor 1; `update` does nothing on it.
     KelChartAxisScale();
     KelChartAxisScale(const KelChartAxis& axis, const KelChartVariableListCache& cache);
@@ -54,8 +65,9 @@ public:
     double min() const { return m_min; }
     double max() const { return m_max; }
     double factor() const { return m_factor; }
-    // Ticks of a continuous axis, category slots of a discrete one. A discrete
-    // scale may store more entries than that (labels beyond the shown range).
+    // Ticks of a continuous axis, category slots of a discrete one (no more
+    // than the entries stored). A discrete scale may store more entries than
+    // that (labels beyond the shown range).
     unsigned int size() const { return m_size; }
     // The index is not checked.
     double value(unsigned int i) const { return m_values[i]; }
@@ -102,8 +114,8 @@ private:
     // The category range [min, max) of the data on this axis along x.
     void discreteDataRange();
     void narrowToFixedRange(const KelChartAxisDiscrete& axis);
-    void takeCategories(const KelChartAxisDiscrete& axis);
-    void appendCategory(const QString& label, int value, double step);
+    void takeCategories(const KelChartAxisDiscrete& axis, double slots);
+    void appendCategory(const QString& label, double value, double step);
 
     void updateBaseLine();
 

@@ -3,11 +3,14 @@
 #include "KelChartAxisPair.h"
 #include "KelChartAxisScale.h"
 #include "KelChartVariableListCache.h"
+#include "OrvDebug.h"
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <deque>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -236,7 +239,31 @@ INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleDiscreteTest, ::testing::Value
     DiscreteCase{4, 0, 0, 0, 5, {{0, "red", 0.1}, {1, "green", 0.3}, {2, "blue", 0.5}, {3, "", 0.7}, {4, "", 0.9}}},
     DiscreteCase{4, 1, 3, 1, 3, {{1, "green", 0.25}, {2, "blue", 0.75}}}, // "red" skipped, no filler
     DiscreteCase{4, 7, 9, 0, 5, {{0, "red", 0.1}}},                       // beyond the data: ignored
-    DiscreteCase{1, 0, 0, 0, 2, {{0, "red", 0.25}, {1, "green", 0.75}, {2, "blue", 1.25}}})); // every label is taken
+    DiscreteCase{1, 0, 0, 0, 2, {{0, "red", 0.25}, {1, "green", 0.75}, {2, "blue", 1.25}}}, // every label is taken
+    // All labels lie before the fixed min: the fillers start where the labels ran out, below the range.
+    DiscreteCase{9, 5, 9, 5, 9,
+                 {{3, "", -0.375}, {4, "", -0.125}, {5, "", 0.125}, {6, "", 0.375}, {7, "", 0.625}, {8, "", 0.875}}}));
+
+// Data x near the largest float, or a fixed max near the largest int, would ask for billions of fillers.
+TEST_F(KelChartAxisScaleTest, DiscreteEntriesStopAtTheLimitWithOneWarning)
+{
+    const unsigned int limit = KelChartAxisScale::MaxDiscreteEntries;
+    for (const auto& [dataEnd, fixedMax] : {std::pair(1e38f, 0), std::pair(3e9f, INT_MAX)}) {
+        KelChartAxisDiscrete& axis = fixed(discreteAxis(), 0, fixedMax);
+        variables.clear();
+        addOn(axis, 'x', 0, dataEnd);
+        orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
+        KelChartAxisScale scale = scaleOf(axis, true);
+        ASSERT_TRUE(scale.valid());
+        ASSERT_EQ(scale.size(), limit);
+        EXPECT_EQ(scale.label(0), "red");
+        EXPECT_EQ(scale.value(limit - 1), limit - 1);
+        EXPECT_FLOAT_EQ(scale.percentage(limit - 1), (limit - 0.5f) / float(scale.max()));
+        EXPECT_EQ(capture.texts(orvdebug::Stream::Err),
+                  std::vector<std::string>{"WARNING: discrete axis \"axis.x.top\" needs more than 1000000 entries; "
+                                           "its scale keeps only the first 1000000"});
+    }
+}
 
 TEST_F(KelChartAxisScaleTest, BaseLineIsTheValueNearestToZero)
 {
