@@ -8,14 +8,7 @@ top=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$top/build-tidy}
 jobs=${JOBS:-2}
 
-"$top/scripts/ensure-deps.sh"
-if ! command -v clang-tidy >/dev/null || ! command -v run-clang-tidy >/dev/null; then
-  echo "Installing clang-tidy"
-  sudo=""
-  [ "$(id -u)" -eq 0 ] || sudo="sudo"
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq clang-tidy >/dev/null
-fi
+"$top/scripts/ensure-deps.sh" clang-tidy
 
 # Configuring writes compile_commands.json and the generated export headers,
 # which is all clang-tidy needs; nothing is compiled.
