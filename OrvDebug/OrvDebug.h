@@ -22,14 +22,6 @@
 // The enclosing function's full signature, as `ensure` texts and traces show it.
 #define ORV_FUNCTION_SIGNATURE std::string(__PRETTY_FUNCTION__)
 
-// Calls `ensure` with the text "\"cond\" - <signature>" when `cond` is false, then goes on.
-#define ORV_ENSURE(cond)                                                                 \
-    do {                                                                                 \
-        if (!(cond))                                                                     \
-            ::kel::debug_logger::debuglogger().ensure(                                   \
-                false, std::string("\"" #cond "\" - ") + ORV_FUNCTION_SIGNATURE);        \
-    } while (false)
-
 namespace orvdebug {
 
 enum class Stream { Ensure, Out, Err, Log };

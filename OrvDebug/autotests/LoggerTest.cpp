@@ -1,4 +1,4 @@
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <gtest/gtest.h>
 

@@ -46,6 +46,21 @@ void KelChart::nameAndInsertChildren()
     insert(&style, true);
 }
 
+void KelChart::setUpLabelKind(const QString& type, KelProperties& labels)
+{
+    setType(type);
+    rename(type);
+    labels.rename(QStringLiteral("labels"));
+    insert(&labels, true);
+}
+
+void KelChart::setUpCopiedLabelKind(const QString& type, KelProperties& labels)
+{
+    insert(&labels, true);
+    setType(type);
+    rename(type);
+}
+
 void KelChart::insertAxisPairs(KelProperties& x, KelProperties& y, KelProperties& z)
 {
     x.rename(QStringLiteral("axis.x"));

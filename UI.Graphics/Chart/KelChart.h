@@ -94,6 +94,12 @@ public:
 protected:
     // Names the three axis pairs "axis.x", "axis.y", "axis.z" and inserts them, in that order.
     void insertAxisPairs(KelProperties& x, KelProperties& y, KelProperties& z);
+    // Gives a kind with a label iterator its type and its type string as name,
+    // then names the iterator "labels" and inserts it.
+    void setUpLabelKind(const QString& type, KelProperties& labels);
+    // The same for a copy: the copied iterator keeps its name and is inserted
+    // before the type and name are set.
+    void setUpCopiedLabelKind(const QString& type, KelProperties& labels);
 
 private:
     void nameAndInsertChildren();

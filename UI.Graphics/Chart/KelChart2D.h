@@ -1,22 +1,29 @@
 #pragma once
-// A two-dimensional chart: the chart base plus the 3-D drawing switch and three axis pairs.
+// A two-dimensional chart: the chart base plus the 3-D drawing switch
+// ("draw3d", off by default) and three axis pairs.
 
 #include "OrvChartExport.h"
-#include "KelChart.h"
-#include "KelChartAxisPair.h"
+#include "KelChartWithAxisPairs.h"
 
-class ORV_CHART_EXPORT KelChart2D : public KelChart {
+struct KelChart2DKind {
+    struct Switch {
+        Switch(KelProperties& chart, bool on)
+            : draw3d(chart, QStringLiteral("draw3d"), on, QString())
+        {
+        }
+        bool value() const { return draw3d.get(); }
+
+        KelPropertyAdaptor<bool> draw3d;
+    };
+    static constexpr bool switchDefault = false;
+    static const QString& typeString;
+    static constexpr const KelChartKindTraces& traces = KelChartTraceTexts::chart2D;
+};
+
+extern template class ORV_CHART_EXPORT KelChartWithAxisPairs<KelChart2DKind>;
+
+class ORV_CHART_EXPORT KelChart2D : public KelChartWithAxisPairs<KelChart2DKind> {
 public:
     static const QString typeString;
-
-    explicit KelChart2D(KelModifiedGroup& group);
-    // A copy has new, empty axis pairs: the source's axes are not copied.
-    KelChart2D(const KelChart2D& other);
-    KelChart2D& operator=(const KelChart2D& other);
-    ~KelChart2D() override;
-
-    KelPropertyAdaptor<bool> draw3d;
-    KelChartAxisPair axisX;
-    KelChartAxisPair axisY;
-    KelChartAxisPair axisZ;
+    using KelChartWithAxisPairs::KelChartWithAxisPairs;
 };

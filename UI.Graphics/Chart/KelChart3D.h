@@ -1,22 +1,29 @@
 #pragma once
-// A three-dimensional chart: the chart base plus the cube switch and three axis pairs.
+// A three-dimensional chart: the chart base plus the cube switch
+// ("cube", on by default) and three axis pairs.
 
 #include "OrvChartExport.h"
-#include "KelChart.h"
-#include "KelChartAxisPair.h"
+#include "KelChartWithAxisPairs.h"
 
-class ORV_CHART_EXPORT KelChart3D : public KelChart {
+struct KelChart3DKind {
+    struct Switch {
+        Switch(KelProperties& chart, bool on)
+            : cube(chart, QStringLiteral("cube"), on, QString())
+        {
+        }
+        bool value() const { return cube.get(); }
+
+        KelPropertyAdaptor<bool> cube;
+    };
+    static constexpr bool switchDefault = true;
+    static const QString& typeString;
+    static constexpr const KelChartKindTraces& traces = KelChartTraceTexts::chart3D;
+};
+
+extern template class ORV_CHART_EXPORT KelChartWithAxisPairs<KelChart3DKind>;
+
+class ORV_CHART_EXPORT KelChart3D : public KelChartWithAxisPairs<KelChart3DKind> {
 public:
     static const QString typeString;
-
-    explicit KelChart3D(KelModifiedGroup& group);
-    // A copy has new, empty axis pairs: the source's axes are not copied.
-    KelChart3D(const KelChart3D& other);
-    KelChart3D& operator=(const KelChart3D& other);
-    ~KelChart3D() override;
-
-    KelPropertyAdaptor<bool> cube;
-    KelChartAxisPair axisX;
-    KelChartAxisPair axisY;
-    KelChartAxisPair axisZ;
+    using KelChartWithAxisPairs::KelChartWithAxisPairs;
 };

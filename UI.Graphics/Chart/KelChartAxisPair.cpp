@@ -2,7 +2,9 @@
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
 
-#include "OrvDebug.h"
+#include "KelChartTraceTexts.h"
+
+#include "OrvDiagnostics.h"
 
 const QString KelChartAxisPair::typeString = QStringLiteral("chart.axis_pair");
 
@@ -11,11 +13,6 @@ namespace {
 bool isAxisType(const QString& type)
 {
     return type == KelChartAxisContinuous::typeString || type == KelChartAxisDiscrete::typeString;
-}
-
-void report(const std::string& condition, const std::string& signature)
-{
-    kel::debug_logger::debuglogger().ensure(false, "\"" + condition + "\" - " + signature);
 }
 
 } // namespace
@@ -66,7 +63,7 @@ KelChartAxis& KelChartAxisPair::create(KelChartAxis*& slot, const QString& name,
                                        const std::string& removeFailure, const std::string& signature)
 {
     if (slot && !remove(slot))
-        report(removeFailure, signature);
+        orvdebug::ensureFailed(removeFailure, signature);
     const QString childName = this->name() + QLatin1Char('.') + name;
     if (!isAxisType(type))
         return refuse("isAxisType(type)", signature);
@@ -82,7 +79,7 @@ KelChartAxis& KelChartAxisPair::create(KelChartAxis*& slot, const QString& name,
 
 KelChartAxis& KelChartAxisPair::refuse(const std::string& condition, const std::string& signature)
 {
-    report(condition, signature);
+    orvdebug::ensureFailed(condition, signature);
     _refused = std::make_unique<KelChartAxisContinuous>(group());
     return *_refused;
 }
@@ -121,6 +118,7 @@ bool KelChartAxisPair::remove(KelProperties* child)
 
 KelProperties* KelChartAxisPair::makeChild(const QString& name, const QString& type)
 {
-    orvdebug::trace scope(kel::debug_logger::debuglogger(), ORV_FUNCTION_SIGNATURE, " @line 78");
+    orvdebug::trace scope(kel::debug_logger::debuglogger(), ORV_FUNCTION_SIGNATURE,
+                          KelChartTraceTexts::axisPairMakeChild);
     return KelChartAxis::makeOfType(group(), type, name);
 }

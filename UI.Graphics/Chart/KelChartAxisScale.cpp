@@ -5,7 +5,7 @@
 #include "KelChartBaseLine.h"
 #include "KelChartVariableListCache.h"
 
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <algorithm>
 #include <climits>
@@ -66,11 +66,8 @@ double categoryStep(double slots)
 
 void warnEntryLimit(const QString& axisName)
 {
-    orvdebug::dbgostream err = kel::debug_logger::debuglogger().derr();
-    err.buffer() << "WARNING: discrete axis \"" << axisName << "\" needs more than "
-                 << KelChartAxisScale::MaxDiscreteEntries << " entries; its scale keeps only the first "
-                 << KelChartAxisScale::MaxDiscreteEntries;
-    err << std::endl;
+    orvdebug::warning("discrete axis \"", axisName, "\" needs more than ", KelChartAxisScale::MaxDiscreteEntries,
+                      " entries; its scale keeps only the first ", KelChartAxisScale::MaxDiscreteEntries);
 }
 
 } // namespace

@@ -7,10 +7,7 @@ KelChartMultiAxis::KelChartMultiAxis(KelModifiedGroup& group)
     , firstAxis(*this, QStringLiteral("firstAxis"), QString(), QString())
     , labels(group)
 {
-    setType(typeString);
-    rename(typeString);
-    labels.rename(QStringLiteral("labels"));
-    insert(&labels, true);
+    setUpLabelKind(typeString, labels);
 }
 
 KelChartMultiAxis::KelChartMultiAxis(const KelChartMultiAxis& other)
@@ -18,9 +15,7 @@ KelChartMultiAxis::KelChartMultiAxis(const KelChartMultiAxis& other)
     , firstAxis(*this, QStringLiteral("firstAxis"), other.firstAxis.get(), QString())
     , labels(other.labels)
 {
-    insert(&labels, true);
-    setType(typeString);
-    rename(typeString);
+    setUpCopiedLabelKind(typeString, labels);
 }
 
 KelChartMultiAxis& KelChartMultiAxis::operator=(const KelChartMultiAxis& other) = default;

@@ -2,7 +2,7 @@
 
 #include "KelChartAxisPairScale.h"
 #include "KelChartAxisScale.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <boost/make_shared.hpp>
 

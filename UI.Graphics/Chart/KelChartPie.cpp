@@ -7,10 +7,7 @@ KelChartPie::KelChartPie(KelModifiedGroup& group)
     , labels(group)
     , showPercentages(*this, QStringLiteral("showPercentages"), true, QString())
 {
-    setType(typeString);
-    rename(typeString);
-    labels.rename(QStringLiteral("labels"));
-    insert(&labels, true);
+    setUpLabelKind(typeString, labels);
 }
 
 KelChartPie::KelChartPie(const KelChartPie& other)
@@ -18,9 +15,7 @@ KelChartPie::KelChartPie(const KelChartPie& other)
     , labels(other.labels)
     , showPercentages(*this, QStringLiteral("showPercentages"), other.showPercentages.get(), QString())
 {
-    insert(&labels, true);
-    setType(typeString);
-    rename(typeString);
+    setUpCopiedLabelKind(typeString, labels);
 }
 
 KelChartPie& KelChartPie::operator=(const KelChartPie& other) = default;

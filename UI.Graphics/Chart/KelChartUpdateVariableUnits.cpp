@@ -1,7 +1,7 @@
 #include "KelChartUpdateVariableUnits.h"
 
 #include "KelChartAxisContinuous.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <algorithm>
 #include <array>
@@ -76,14 +76,6 @@ bool applyAxisUnits(KelChartVariable& var, const Pairs& pairs)
     return var.variableiter.setUnits(units[0], units[1], units[2]);
 }
 
-void warnRefused(const std::string& signature)
-{
-    orvdebug::dbgostream stream = kel::debug_logger::debuglogger().derr();
-    stream.buffer() << "WARNING: " << "false && \"setting preferred units on a variable iter failed!\"" << " - "
-                    << signature;
-    stream << std::endl;
-}
-
 } // namespace
 
 KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem& units, KelChartVariableList& list)
@@ -113,7 +105,8 @@ KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem& un
         if (applyAxisUnits(*var, pairs))
             _updated.push_back(var);
         else
-            warnRefused(ORV_FUNCTION_SIGNATURE);
+            orvdebug::warnFailed(R"(false && "setting preferred units on a variable iter failed!")",
+                                 ORV_FUNCTION_SIGNATURE);
         var->SetUnitsConversion(units);
     }
 }

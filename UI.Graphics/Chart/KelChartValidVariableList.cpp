@@ -3,18 +3,13 @@
 #include "KelChartBaseLine.h"
 #include "NiceIntervals.h"
 #include "NumberFormat.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <algorithm>
 #include <cmath>
 #include <string>
 
 namespace {
-
-void reportFailure(const char* condition, const std::string& signature)
-{
-    kel::debug_logger::debuglogger().ensure(false, std::string("\"") + condition + "\" - " + signature);
-}
 
 Orv::Math::Vector2 range(double low, double high)
 {
@@ -46,7 +41,7 @@ Orv::Math::Vector2 rangeAroundTick(double v, double lo, double hi)
 void KelChartValidVariableList::push_back(const KelChartVariable& p_variable, const Orv::Math::Vector2& minmax)
 {
     if (!p_variable.enabled.get())
-        reportFailure("p_variable.enabled()", ORV_FUNCTION_SIGNATURE);
+        orvdebug::ensureFailed("p_variable.enabled()", ORV_FUNCTION_SIGNATURE);
     _variables.push_back(&p_variable);
     _minmax.push_back(minmax);
 }
@@ -55,7 +50,7 @@ void KelChartValidVariableList::push_back(const KelChartVariableCache& cache)
 {
     const KelChartVariable& var = cache.variable();
     if (!var.enabled.get())
-        reportFailure("var.enabled()", ORV_FUNCTION_SIGNATURE);
+        orvdebug::ensureFailed("var.enabled()", ORV_FUNCTION_SIGNATURE);
     _variables.push_back(&var);
     _minmax.push_back(manualOrDataRange(cache));
 }

@@ -1,7 +1,7 @@
 #include "KelChartVariable.h"
 
 #include "KelUnitSystem.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 #include "Vector.h"
 
 #include <boost/shared_ptr.hpp>
@@ -136,7 +136,5 @@ bool KelChartVariable::isQuantityName(const QString& name) const
 
 void KelChartVariable::warnMissingQuantity(const char* condition, const char* signature, int line)
 {
-    orvdebug::dbgostream err = kel::debug_logger::debuglogger().derr();
-    err.buffer() << "WARNING: " << condition << " - " << signature << " @line " << line;
-    err << std::endl;
+    orvdebug::warnFailed(condition, signature, " @line " + std::to_string(line));
 }

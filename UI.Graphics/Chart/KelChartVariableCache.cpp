@@ -1,8 +1,9 @@
 #include "KelChartVariableCache.h"
 #include "KelStableOrder.h"
 #include "KelChartBaseLine.h"
+#include "KelChartTraceTexts.h"
 
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -238,19 +239,11 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
     , m_scalar(false)
     , m_minXDelta(-1.0)
 {
-    // A disabled trace costs a branch per line, not the formatting.
-    orvdebug::dbgostream trace = kel::debug_logger::debuglogger().dlog();
-    const bool tracing = trace.enabled();
-    if (tracing) {
-        trace.buffer() << "caching : " << variable.name();
-        trace << std::endl;
-    }
+    orvdebug::TraceLines trace;
+    trace.line(KelChartTraceTexts::caching, variable.name());
     if (!variable.enabled.get())
         return;
-    if (tracing) {
-        trace.buffer() << "\tenabled";
-        trace << std::endl;
-    }
+    trace.line(KelChartTraceTexts::enabled);
 
     // Iterating moves the iterator's position, which is not part of the variable's value.
     auto& iter = const_cast<KelVariableIter&>(variable.variableiter);
@@ -263,7 +256,7 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
     // A trace shows each item as read, once: traced sorting reads for sorting.
     Minima minima;
     std::optional<Placement> placement;
-    if (!sort || !tracing) {
+    if (!sort || !trace.enabled()) {
         placement.emplace(*this, positional);
         placement->reserve(iter.size());
         InOrder inOrder{*placement, sort};
@@ -281,19 +274,13 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
         placeSorted(items, *placement);
     }
 
-    if (tracing) {
-        trace.buffer() << "\tsize : " << placement->count();
-        trace << std::endl;
-    }
+    trace.line(KelChartTraceTexts::size, placement->count());
     if (placement->count() == 0)
         return;
     placement->finish(minima, variable);
 
     m_valid = (!m_x.empty() && m_x.size() == m_y.size()) || !m_xUndef.empty() || !m_yUndef.empty();
-    if (tracing) {
-        trace.buffer() << "\tvalid = " << m_valid;
-        trace << std::endl;
-    }
+    trace.line(KelChartTraceTexts::valid, m_valid);
 }
 
 KelChartVariableCache::KelChartVariableCache(const KelChartVariableCache& other) = default;
@@ -303,7 +290,7 @@ KelChartVariableCache& KelChartVariableCache::operator=(KelChartVariableCache&& 
 KelChartVariableCache::~KelChartVariableCache() = default;
 
 template <class Take>
-bool KelChartVariableCache::read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace)
+bool KelChartVariableCache::read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace)
 {
     if (iter.hasDimension(2))
         return readVectors(iter, take, minima, trace);
@@ -314,13 +301,9 @@ bool KelChartVariableCache::read(KelVariableIter& iter, Take& take, Minima& mini
 
 template <class Take>
 bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minima& minima,
-                                        orvdebug::dbgostream& trace)
+                                        orvdebug::TraceLines& trace)
 {
-    const bool tracing = trace.enabled();
-    if (tracing) {
-        trace.buffer() << "\tvector 2";
-        trace << std::endl;
-    }
+    trace.line(KelChartTraceTexts::vector2);
     Orv::Math::Vector2 v;
     while (iter.next()) {
         iter.vector2Value(v);
@@ -328,9 +311,8 @@ bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minim
         iter.undefinedFlags(fx, fy, fz);
         const Item item{v.x(), v.y(), fx || v.x() == positiveInfinity, fy || v.y() == positiveInfinity};
         minima.add(item);
-        if (tracing)
-            trace.buffer() << "\t\tvalue = {" << v.x() << ", " << v.y() << "}, undef = {" << item.xUndefined << ", "
-                           << item.yUndefined << "}, min = {" << minima.x.value << ", " << minima.y.value << "}\n";
+        trace.item("\t\tvalue = {", v.x(), ", ", v.y(), "}, undef = {", item.xUndefined, ", ", item.yUndefined,
+                   "}, min = {", minima.x.value, ", ", minima.y.value, "}");
         if (!take(item))
             return false;
     }
@@ -339,22 +321,16 @@ bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minim
 
 template <class Take>
 bool KelChartVariableCache::readScalars(KelVariableIter& iter, Take& take, Minima& minima,
-                                        orvdebug::dbgostream& trace)
+                                        orvdebug::TraceLines& trace)
 {
-    const bool tracing = trace.enabled();
-    if (tracing) {
-        trace.buffer() << "\tscalar";
-        trace << std::endl;
-    }
+    trace.line(KelChartTraceTexts::scalar);
     while (iter.next()) {
         const double d = iter.scalarValue();
         bool f = false, unused = false;
         iter.undefinedFlags(f, unused, unused);
         const Item item{0.0, d, false, f || d == positiveInfinity};
         minima.add(item);
-        if (tracing)
-            trace.buffer() << "\t\tvalue = " << d << ", undef = " << item.yUndefined
-                           << ", minY : " << minima.y.value << "\n";
+        trace.item("\t\tvalue = ", d, ", undef = ", item.yUndefined, ", minY : ", minima.y.value);
         if (!take(item))
             return false;
     }
@@ -403,9 +379,7 @@ void KelChartVariableCache::releaseArrays()
 
 void KelChartVariableCache::reportUndefined(const KelChartVariable& variable)
 {
-    orvdebug::dbgostream out = kel::debug_logger::debuglogger().dout("Err");
-    out.buffer() << "Some value that is completely undefined was found in variable(" << variable.name() << ")";
-    out << std::endl;
+    orvdebug::dataError("Some value that is completely undefined was found in variable(", variable.name(), ")");
 }
 
 double KelChartVariableCache::fillBaseLine() const

@@ -15,7 +15,7 @@
 #include "KelChartVariable.h"
 
 #include "BoundingBox.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <QStringList>
 
@@ -59,11 +59,11 @@ private:
     // Read the items in iteration order and hand each to `take` until it
     // refuses one; give whether every item was taken.
     template <class Take>
-    bool readVectors(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    bool readVectors(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
     template <class Take>
-    bool readScalars(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    bool readScalars(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
     template <class Take>
-    bool read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::dbgostream& trace);
+    bool read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
     // Places the items in ascending x order.
     void placeSorted(const Collected& items, Placement& placement);
     void releaseArrays();

@@ -4,7 +4,7 @@
 // inserted, and makes a T for every child the framework asks it to make.
 
 #include "KelProperties.h"
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "KelProperties.h"
 
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <QByteArray>
 

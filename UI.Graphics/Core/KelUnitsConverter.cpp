@@ -1,6 +1,6 @@
 #include "KelUnitsConverter.h"
 
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <udunits2.h>
 
@@ -71,10 +71,8 @@ private:
         ut_set_error_message_handler(ut_ignore);
         m_system.reset(ut_read_xml(nullptr));
         if (!m_system) {
-            auto err = kel::debug_logger::debuglogger().derr("Units");
-            err.buffer() << "WARNING: the UDUNITS-2 unit database could not be loaded (status "
-                         << ut_get_status() << "); only identity conversions are possible";
-            err << std::endl;
+            orvdebug::message(orvdebug::Stream::Err, "Units", "WARNING: the UDUNITS-2 unit database could not be "
+                              "loaded (status ", ut_get_status(), "); only identity conversions are possible");
         }
     }
 

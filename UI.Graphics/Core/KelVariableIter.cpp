@@ -1,6 +1,6 @@
 #include "KelVariableIter.h"
 
-#include "OrvDebug.h"
+#include "OrvDiagnostics.h"
 
 #include <algorithm>
 #include <cmath>
