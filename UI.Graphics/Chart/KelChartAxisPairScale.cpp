@@ -25,15 +25,21 @@ KelChartAxisPairScale::~KelChartAxisPairScale() = default;
 
 void KelChartAxisPairScale::update(unsigned int tickCount, const Orv::Math::NumberFormat& format)
 {
-    m_first.update(tickCount, format);
-    m_second.update(tickCount, format);
+    update(tickCount, format, tickCount, format);
+}
+
+void KelChartAxisPairScale::update(unsigned int firstTickCount, const Orv::Math::NumberFormat& firstFormat,
+                                   unsigned int secondTickCount, const Orv::Math::NumberFormat& secondFormat)
+{
+    m_first.update(firstTickCount, firstFormat);
+    m_second.update(secondTickCount, secondFormat);
 }
 
 const KelChartAxisScale* KelChartAxisPairScale::find(const QString& name) const
 {
-    if (m_first.m_axisName == name && m_first.valid())
+    if (m_first.valid() && m_first.axisName() == name)
         return &m_first;
-    if (m_second.m_axisName == name && m_second.valid())
+    if (m_second.valid() && m_second.axisName() == name)
         return &m_second;
     return nullptr;
 }

@@ -25,6 +25,9 @@ public:
 
     // Updates the first, then the second scale.
     void update(unsigned int tickCount, const Orv::Math::NumberFormat& format);
+    // Updates each scale with its own tick count and format.
+    void update(unsigned int firstTickCount, const Orv::Math::NumberFormat& firstFormat,
+                unsigned int secondTickCount, const Orv::Math::NumberFormat& secondFormat);
 
     // The first, else the second scale of that axis name, counting only valid
     // scales; null when there is none.

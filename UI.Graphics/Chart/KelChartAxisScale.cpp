@@ -24,9 +24,8 @@ template <class T>
 void expandRange(T& min, T& max, T fraction)
 {
     const T largest = std::numeric_limits<float>::max();
-    // A fraction of 0 widens by nothing, also when the width overflows to infinity (inf * 0 is NaN).
     // NOLINTNEXTLINE(modernize-use-auto): double for every T
-    double d = fraction == 0 ? 0.0 : static_cast<T>((max - min) * fraction);
+    double d = static_cast<T>((max - min) * fraction);
     if (d == 0)
         d = static_cast<T>(std::abs(max) * T(0.5));
     if (min == max || d == 0) {
@@ -54,6 +53,17 @@ bool namesAxis(const KelChartVariableCache& cache, const QString& axisName)
     const KelChartVariable& variable = cache.variable();
     return variable.xAxis.get() == axisName || variable.yAxis.get() == axisName
         || variable.zAxis.get() == axisName;
+}
+
+// A width truncated toward zero as an unsigned int; past the unsigned range
+// (an infinite width among them) it saturates. NaN gives 0, and so would a
+// negative width, which a discrete range never has.
+unsigned int truncatedWidth(double width)
+{
+    constexpr double largest = std::numeric_limits<unsigned int>::max();
+    if (!(width > 0))
+        return 0;
+    return width >= largest ? std::numeric_limits<unsigned int>::max() : static_cast<unsigned int>(width);
 }
 
 // 1 / slots in float, for a whole number of slots; an empty range has no finite step.
@@ -238,7 +248,7 @@ void KelChartAxisScale::updateDiscrete(const KelChartAxisDiscrete& axis)
     // Whole slots, as a double: a range may hold more of them than any unsigned counts.
     const double slots = m_max > m_min ? std::floor(m_max - m_min) : 0.0;
     takeCategories(axis, slots);
-    m_size = static_cast<unsigned int>(std::min(slots, static_cast<double>(m_values.size())));
+    m_size = truncatedWidth(m_max - m_min);
     m_valid = m_max > m_min && m_min >= 0;
 }
 

@@ -21,14 +21,19 @@
 // x to one past the largest x of the variables drawn on the axis along x. A
 // fixed range only narrows that. The entries are the axis's labels from the
 // first shown category on, then empty fillers up to max; every entry sits at
-// the centre of its category slot, (value - min + 0.5) / size, with the offset
-// rounded to float and 1 / size computed in float. A discrete scale holds at
-// most `MaxDiscreteEntries` entries: a range wider than that (a "max" near the
-// largest int, data x near the largest float) gets its labels and fillers up
-// to the limit only, and one warning on `derr` naming the axis; its size is
-// then the limit, while positions stay those of the whole range. An axis that
-// is neither continuous nor discrete (a plain "chart.axis") gets an invalid
-// scale.
+// the centre of its category slot, (value - min + 0.5) / slots, with the
+// offset rounded to float and 1 / slots computed in float. Its size is
+// max - min truncated toward zero (saturated at the largest unsigned int), also
+// for an invalid scale. It stores at most `MaxDiscreteEntries` entries: a range
+// wider than that (a "max" near the largest int, data x near the largest float)
+// gets its labels and fillers up to the limit only, and one warning on `derr`
+// naming the axis; size and positions stay those of the whole range. An axis
+// that is neither continuous nor discrete (a plain "chart.axis") gets an
+// invalid scale.
+//
+// Entries are read by index below `size()`; an index past the stored entries
+// answers 0 and an empty text, so a loop up to `size()` is safe, and
+// `entryCount()` tells how many are stored.
 //
 // The scale keeps pointers to the axis and the cache; both must outlive every
 // call of `update`.
@@ -39,6 +44,7 @@
 
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 class KelChartAxis;
@@ -65,15 +71,18 @@ public:
     double min() const { return m_min; }
     double max() const { return m_max; }
     double factor() const { return m_factor; }
-    // Ticks of a continuous axis, category slots of a discrete one (no more
-    // than the entries stored). A discrete scale may store more entries than
-    // that (labels beyond the shown range).
+    // Ticks of a continuous axis, category slots of a discrete one.
     unsigned int size() const { return m_size; }
-    // The index is not checked.
-    double value(unsigned int i) const { return m_values[i]; }
-    double percentage(unsigned int i) const { return m_percentages[i]; }
-    QString label(unsigned int i) { return m_labels[i]; }
+    // The entries stored: a discrete scale may store fewer than `size()` (the
+    // entry limit) or more (labels beyond the shown range).
+    unsigned int entryCount() const { return static_cast<unsigned int>(m_values.size()); }
+    // Entry i, or 0 and an empty text past the stored entries.
+    double value(unsigned int i) const { return i < m_values.size() ? m_values[i] : 0.0; }
+    double percentage(unsigned int i) const { return i < m_percentages.size() ? m_percentages[i] : 0.0; }
+    QString label(unsigned int i) const { return i < m_labels.size() ? m_labels[i] : QString(); }
+    QString label(unsigned int i) { return std::as_const(*this).label(i); }
     bool valid() const { return m_valid; }
+    QString axisName() const { return m_axisName; }
     QString axisName() { return m_axisName; }
     bool discrete() const { return m_discrete; }
     bool inverted() const { return m_inverted; }
@@ -86,18 +95,18 @@ public:
 
     // Widens [min, max] by `fraction` of its width at each end. Degenerate
     // input still gives a usable range:
-    //   - no width to widen by (fraction 0): half of |max| at each end;
+    //   - no width to widen by (a zero width or fraction): half of |max| at
+    //     each end;
     //   - a single value inside (-1, 1): [-1, 1];
     //   - a single value at or beyond the largest float: [0, v], or [v, 0]
     //     when negative.
-    // NaN bounds or fractions pass through as NaN. The float version computes
-    // the widening in float and rounds each new bound to float.
+    // NaN bounds or fractions pass through as NaN, and so does an infinite
+    // width times a zero fraction. The float version computes the widening in
+    // float and rounds each new bound to float.
     template <class T>
     static void ExpandRange(T& min, T& max, T fraction);
 
 private:
-    friend class KelChartAxisPairScale;
-
     // Empties the computed part; validity and the two pointers stay.
     void reset();
 

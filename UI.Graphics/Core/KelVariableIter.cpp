@@ -210,11 +210,9 @@ void KelVariableIter::setUnitSystemFlag(bool on)
 
 void KelVariableIter::units(QString& x, QString& y, QString& z)
 {
-    if (!m_prepared)
-        prepare();
-    x = m_components[0].deliveredUnit;
-    y = m_components[1].deliveredUnit;
-    z = m_components[2].deliveredUnit;
+    x = systemUnit(m_components[0]);
+    y = systemUnit(m_components[1]);
+    z = systemUnit(m_components[2]);
 }
 
 bool KelVariableIter::setUnits(const QString& x, const QString& y, const QString& z)
@@ -258,15 +256,20 @@ bool KelVariableIter::accepts(const Component& component, const QString& unit) c
     return !component.nativeUnit.isEmpty() && m_converter && m_converter->convertible(component.nativeUnit, unit);
 }
 
+// The preferred unit when the unit system is on and can convert to it, else the native one.
+QString KelVariableIter::systemUnit(const Component& component) const
+{
+    if (component.nativeUnit.isEmpty() || !m_converter || !m_unitSystem)
+        return component.nativeUnit;
+    const QString preferred = m_converter->preferredUnit(component.nativeUnit);
+    return m_converter->convertible(component.nativeUnit, preferred) ? preferred : component.nativeUnit;
+}
+
 QString KelVariableIter::targetUnit(const Component& component) const
 {
-    if (component.nativeUnit.isEmpty() || !m_converter)
-        return component.nativeUnit;
-    if (!component.chosenUnit.isEmpty())
-        return component.chosenUnit;
-    if (m_unitSystem)
-        return m_converter->preferredUnit(component.nativeUnit);
-    return component.nativeUnit;
+    if (component.nativeUnit.isEmpty() || !m_converter || component.chosenUnit.isEmpty())
+        return systemUnit(component);
+    return component.chosenUnit;
 }
 
 void KelVariableIter::invalidate()
@@ -279,8 +282,6 @@ void KelVariableIter::invalidate()
 
 void KelVariableIter::prepare()
 {
-    for (Component& component : m_components)
-        component.deliveredUnit = component.nativeUnit;
     // The converted copies keep their memory from one preparation to the
     // next: units change often on the same data, and allocating is slow.
     m_scalarView = nullptr;
@@ -307,19 +308,17 @@ void KelVariableIter::prepare()
     m_prepared = true;
 }
 
-// Gives the array to deliver for one component and records its unit: the
-// native array when nothing is to be done, else a converted copy.
+// Gives the array to deliver for one component: the native array when nothing
+// is to be done, else a converted copy.
 template <class T>
 const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& converted, std::size_t index)
 {
-    Component& component = m_components[index];
+    const Component& component = m_components[index];
     const QString target = targetUnit(component);
     bool isConverted = false;
     if (target != component.nativeUnit) {
         converted = native;
         isConverted = m_converter->convert(converted.data(), converted.size(), component.nativeUnit, target);
-        if (isConverted)
-            component.deliveredUnit = target;
     }
     if (!component.logarithmic) {
         if (!isConverted)

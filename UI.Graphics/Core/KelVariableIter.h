@@ -5,7 +5,8 @@
 //
 // Units: each component is delivered in the unit chosen through `setUnits`,
 // else, with the unit system flag on, in the converter's preferred unit of its
-// dimension, else in its native unit. A component without native unit is a
+// dimension, else in its native unit. `units` reports the latter two, the
+// units the data have under the unit system, never a chosen one. A component without native unit is a
 // bare number and is never converted; `setUnits` accepts only an empty unit
 // for it. A chosen unit that the data replaced later can no longer reach is
 // kept but not used: the component falls back to its native unit.
@@ -67,13 +68,13 @@ private:
     struct Component {
         QString nativeUnit;
         QString chosenUnit; // from setUnits; empty when none was chosen
-        QString deliveredUnit;
         bool logarithmic = false;
     };
     static constexpr std::size_t noItem = static_cast<std::size_t>(-1);
 
     void invalidate();
     void prepare();
+    QString systemUnit(const Component& component) const;
     QString targetUnit(const Component& component) const;
     bool accepts(const Component& component, const QString& unit) const;
     template <class T>

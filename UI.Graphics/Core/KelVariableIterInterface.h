@@ -2,7 +2,8 @@
 // Walks the items of a chart variable. After `reset()`, every `next()` that
 // gives true makes the following item current; false means there is none.
 // An item is one number or a 2-D vector, with one undefined flag per
-// component. Values are delivered in the units that `units` reports.
+// component. Values are delivered in the units chosen through `setUnits`, else
+// in the units that `units` reports: those the data have, under the unit system.
 //
 // The per-item calls (`next`, `scalarValue`, `vector2Value`,
 // `undefinedFlags`) run over millions of items and must stay cheap.
@@ -32,6 +33,9 @@ public:
     // When set, components without a unit chosen through `setUnits` are
     // delivered in the unit system's preferred unit of their dimension.
     virtual void setUnitSystemFlag(bool on) = 0;
+    // The units of the data, with the unit system applied. Units chosen through
+    // `setUnits` change what is delivered, not what is reported, so whoever
+    // chooses units reads the data's own, whatever was chosen before.
     virtual void units(QString& x, QString& y, QString& z) = 0;
     // Chooses the units to deliver; all or nothing.
     virtual bool setUnits(const QString& x, const QString& y, const QString& z) = 0;
