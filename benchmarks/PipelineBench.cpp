@@ -1,17 +1,15 @@
-// What a 2-D chart does after its caches were built: agree the units, update
-// the pair scales, scale every variable with its matrix, list the valid
-// variables with their ranges. None of it should grow with the point count.
+// What a 2-D view does after its caches were built: update the pair scales,
+// scale every variable with its matrix, list the valid variables with their
+// ranges, as the pipeline runs over existing caches while a user pans or
+// zooms. None of it should grow with the point count.
 
 #include "BenchData.h"
 
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisPair.h"
-#include "KelChartAxisPairScale.h"
-#include "KelChartPerVariableScaling.h"
+#include "KelChartPipeline.h"
 #include "KelChartUpdateVariableUnits.h"
-#include "KelChartValidVariableList.h"
 #include "KelChartVariableList.h"
-#include "KelChartVariableListCache.h"
 #include "KelUnitSystem.h"
 
 #include <map>
@@ -64,20 +62,12 @@ Chart2D& chart(std::size_t totalCount)
 void Pipeline2D(benchmark::State& state)
 {
     Chart2D& c = chart(static_cast<std::size_t>(state.range(0)));
-    const Orv::Math::NumberFormat format;
+    const KelChartPipeline::Settings settings{KelChartPipeline::everyAxis(10), false, {}};
     for (auto _ : state) {
-        benchmark::DoNotOptimize(KelChartUpdateVariableUnits(c.units, c.xPair, c.yPair, c.zPair, c.list)());
-        KelChartAxisPairScale xScale(c.xPair, *c.cache);
-        KelChartAxisPairScale yScale(c.yPair, *c.cache);
-        xScale.update(10, format);
-        yScale.update(10, format);
-        const KelChartPerVariableScaling scaling(xScale, yScale, *c.cache);
-        for (std::size_t i = 0; i < scaling.size(); ++i)
-            benchmark::DoNotOptimize(&scaling.matrix(i));
-        KelChartValidVariableList valid;
-        for (std::size_t i = 0; i < c.cache->size(); ++i)
-            valid.push_back(c.cache->cache(i));
-        benchmark::DoNotOptimize(valid.size());
+        const KelChartPipeline pipeline(c.xPair, c.yPair, c.zPair, *c.cache, settings);
+        for (std::size_t i = 0; i < pipeline.scaling().size(); ++i)
+            benchmark::DoNotOptimize(&pipeline.scaling().matrix(i));
+        benchmark::DoNotOptimize(pipeline.validVariables().size());
     }
     bench::reportItems(state, chartVariables, 0);
 }

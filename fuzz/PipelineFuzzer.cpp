@@ -16,15 +16,11 @@
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
-#include "KelChartAxisPairScale.h"
-#include "KelChartPerVariableScaling.h"
-#include "KelChartUpdateVariableUnits.h"
-#include "KelChartValidVariableList.h"
-#include "KelChartVariableListCache.h"
+#include "KelChartPipeline.h"
 
 #include "NumberFormat.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -193,11 +189,13 @@ void checkScale(const KelChartAxisScale& scale)
     FUZZ_CHECK(std::isfinite(scale.min()) && std::isfinite(scale.max()) && scale.min() < scale.max());
     FUZZ_CHECK(std::isfinite(scale.factor()) && scale.factor() > 0);
     FUZZ_CHECK(scale.baseLine() >= scale.min() && scale.baseLine() <= scale.max());
+    // A discrete scale stores at most the entry limit, plus labels beyond its range.
     if (scale.discrete())
-        FUZZ_CHECK(scale.size() <= KelChartAxisScale::MaxDiscreteEntries);
+        FUZZ_CHECK(scale.entryCount() <= KelChartAxisScale::MaxDiscreteEntries + maxLabels);
     else
         FUZZ_CHECK(scale.size() >= 2 && scale.size() <= 10u * Orv::Math::NiceIntervals::MaxCount + 2);
-    for (unsigned int i = 0; i < scale.size(); ++i) {
+    FUZZ_CHECK(scale.label(scale.entryCount()).isEmpty() && scale.value(scale.entryCount()) == 0);
+    for (unsigned int i = 0; i < std::min(scale.size(), scale.entryCount()); ++i) {
         FUZZ_CHECK(std::isfinite(scale.value(i)) && std::isfinite(scale.percentage(i)));
         if (scale.discrete())
             continue;
@@ -247,32 +245,21 @@ int fuzzPipeline(const std::uint8_t* data, std::size_t size)
     if (in.flag())
         positionAxes << axisNameFrom(in);
 
-    const std::vector<const KelChartVariable*> accepted =
-        KelChartUpdateVariableUnits(chart.unitSystem, chart.axisX, chart.axisY, chart.axisZ, chart.variables)();
-    const KelChartVariableListCache cache(accepted, positionAxes);
+    const KelChartPipeline pipeline(chart, {KelChartPipeline::everyAxis(tickCount, format), threeD, positionAxes});
+    const KelChartVariableListCache& cache = pipeline.cache();
     for (std::size_t i = 0; i < cache.size(); ++i)
         checkCache(cache.cache(i));
     cache.bounds();
     cache.fillBaseLine();
     cache.minXDelta();
     cache.maxScalarLen();
-
-    std::array<KelChartAxisPairScale, 3> scales = {KelChartAxisPairScale(chart.axisX, cache),
-                                                   KelChartAxisPairScale(chart.axisY, cache),
-                                                   KelChartAxisPairScale(chart.axisZ, cache)};
-    for (KelChartAxisPairScale& scale : scales) {
-        scale.update(tickCount, format);
-        checkScale(scale.first());
-        checkScale(scale.second());
+    for (const KelChartAxisPairScale* scales : {&pipeline.xScales(), &pipeline.yScales(), &pipeline.zScales()}) {
+        checkScale(scales->first());
+        checkScale(scales->second());
     }
-    if (threeD)
-        checkScaling(KelChartPerVariableScaling(scales[0], scales[1], scales[2], cache));
-    else
-        checkScaling(KelChartPerVariableScaling(scales[0], scales[1], cache));
+    checkScaling(pipeline.scaling());
 
-    KelChartValidVariableList validVariables;
-    for (std::size_t i = 0; i < cache.size(); ++i)
-        validVariables.push_back(cache.cache(i));
+    const KelChartValidVariableList& validVariables = pipeline.validVariables();
     for (std::size_t i = 0; i < validVariables.size(); ++i) {
         validVariables.minmax(i);
         validVariables.fillBaseLine(i);

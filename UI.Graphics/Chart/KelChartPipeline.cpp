@@ -12,7 +12,20 @@ KelChartPipeline::KelChartPipeline(const KelUnitSystem& units, const KelChartAxi
                                    const KelChartAxisPair& yPair, const KelChartAxisPair& zPair,
                                    KelChartVariableList& variables, const Settings& settings)
     : m_unitsAccepted(KelChartUpdateVariableUnits(units, xPair, yPair, zPair, variables)())
-    , m_cache(m_unitsAccepted, settings.positionAxes)
+    , m_ownCache(m_unitsAccepted, settings.positionAxes)
+    , m_cache(m_ownCache)
+    , m_xScales(updatedScales(xPair, m_cache, settings.ticks))
+    , m_yScales(updatedScales(yPair, m_cache, settings.ticks))
+    , m_zScales(updatedScales(zPair, m_cache, settings.ticks))
+    , m_scaling(scalingOf(settings.threeD))
+    , m_validVariables(validVariablesOf())
+{
+}
+
+KelChartPipeline::KelChartPipeline(const KelChartAxisPair& xPair, const KelChartAxisPair& yPair,
+                                   const KelChartAxisPair& zPair, const KelChartVariableListCache& cache,
+                                   const Settings& settings)
+    : m_cache(cache)
     , m_xScales(updatedScales(xPair, m_cache, settings.ticks))
     , m_yScales(updatedScales(yPair, m_cache, settings.ticks))
     , m_zScales(updatedScales(zPair, m_cache, settings.ticks))

@@ -8,6 +8,8 @@
 //      count and label format the host asks for on it;
 //   4. the per-variable scaling gives each cached variable its matrix;
 //   5. the valid variable list gives each cached variable its rounded range.
+// A view whose data and units did not change (panning, zooming, new tick
+// requests) can run steps 3 to 5 alone over caches it already has.
 //
 // The pipeline owns these computation objects, which point into each other
 // and into the model, so it can be neither copied nor moved. The model (unit
@@ -56,6 +58,9 @@ public:
 
     KelChartPipeline(const KelUnitSystem& units, const KelChartAxisPair& xPair, const KelChartAxisPair& yPair,
                      const KelChartAxisPair& zPair, KelChartVariableList& variables, const Settings& settings);
+    // Steps 3 to 5 over `cache`, which must outlive the pipeline; no unit update.
+    KelChartPipeline(const KelChartAxisPair& xPair, const KelChartAxisPair& yPair, const KelChartAxisPair& zPair,
+                     const KelChartVariableListCache& cache, const Settings& settings);
     // A 2-D or 3-D chart with its own unit system, axis pairs and variables.
     template <class Kind>
     explicit KelChartPipeline(KelChartWithAxisPairs<Kind>& chart, const Settings& settings = {})
@@ -66,7 +71,7 @@ public:
     KelChartPipeline& operator=(const KelChartPipeline&) = delete;
     ~KelChartPipeline();
 
-    // The variables whose units were accepted, in "order".
+    // The variables whose units were accepted, in "order"; none without a unit update.
     const std::vector<const KelChartVariable*>& unitsAccepted() const { return m_unitsAccepted; }
     const KelChartVariableListCache& cache() const { return m_cache; }
     const KelChartAxisPairScale& xScales() const { return m_xScales; }
@@ -85,7 +90,9 @@ private:
     KelChartValidVariableList validVariablesOf() const;
 
     std::vector<const KelChartVariable*> m_unitsAccepted;
-    KelChartVariableListCache m_cache;
+    // The pipeline's own caches, empty when it runs over those of another.
+    KelChartVariableListCache m_ownCache;
+    const KelChartVariableListCache& m_cache;
     KelChartAxisPairScale m_xScales;
     KelChartAxisPairScale m_yScales;
     KelChartAxisPairScale m_zScales;

@@ -1,11 +1,7 @@
 #pragma once
-// The drawing pipeline of a 2-D view, run once on a chart, with its results:
-//   1. the unit update agrees the axes' unit labels and converts the variables;
-//   2. the list cache caches the variables whose units were accepted;
-//   3. each axis pair gets its pair scale, updated for the wanted tick count;
-//   4. the per-variable scaling gives each cached variable its matrix;
-//   5. the valid variable list gives each cached variable its rounded range.
-// Everything a view draws or reports is read from these results.
+// The library's drawing pipeline of a 2-D view, run once on a chart, and its
+// valid axes as the view places them: bottom, top, left, right, each with its
+// ticks. Everything the view draws or reports is read from here.
 //
 // The chart must outlive the pipeline; the pipeline does not follow later
 // changes of the chart (run a new one).
@@ -13,10 +9,7 @@
 #include "ElementClasses.h"
 
 #include "KelChart.h"
-#include "KelChartAxisPairScale.h"
-#include "KelChartPerVariableScaling.h"
-#include "KelChartValidVariableList.h"
-#include "KelChartVariableListCache.h"
+#include "KelChartPipeline.h"
 
 #include <QString>
 
@@ -60,29 +53,21 @@ public:
 
     const KelChart& chart() const { return m_chart; }
     unsigned tickCount() const { return m_tickCount; }
-    const std::vector<const KelChartVariable*>& unitsAccepted() const { return m_unitsAccepted; }
-    const KelChartVariableListCache& cache() const { return m_cache; }
-    const KelChartPerVariableScaling& scaling() const { return m_scaling; }
-    const KelChartValidVariableList& validVariables() const { return m_validVariables; }
+    const std::vector<const KelChartVariable*>& unitsAccepted() const { return m_run.unitsAccepted(); }
+    const KelChartVariableListCache& cache() const { return m_run.cache(); }
+    const KelChartPerVariableScaling& scaling() const { return m_run.scaling(); }
+    const KelChartValidVariableList& validVariables() const { return m_run.validVariables(); }
     // The valid axes, bottom, top, left, right.
     const std::vector<AxisResult>& axes() const { return m_axes; }
     // The axis result of that axis name, or null.
     const AxisResult* axis(const QString& name) const;
 
 private:
-    static KelChartAxisPairScale updatedScale(const KelChartAxisPair& pair, const KelChartVariableListCache& cache,
-                                              unsigned tickCount);
     void addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis, AxisSide side);
-    void collectValidVariables();
 
     const KelChart& m_chart;
     unsigned m_tickCount;
-    std::vector<const KelChartVariable*> m_unitsAccepted;
-    KelChartVariableListCache m_cache;
-    KelChartAxisPairScale m_xScale;
-    KelChartAxisPairScale m_yScale;
-    KelChartPerVariableScaling m_scaling;
-    KelChartValidVariableList m_validVariables;
+    KelChartPipeline m_run;
     std::vector<AxisResult> m_axes;
 };
 

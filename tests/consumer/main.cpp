@@ -4,10 +4,7 @@
 
 #include <KelChart2D.h>
 #include <KelChartAxisContinuous.h>
-#include <KelChartAxisPairScale.h>
-#include <KelChartPerVariableScaling.h>
-#include <KelChartUpdateVariableUnits.h>
-#include <KelChartVariableListCache.h>
+#include <KelChartPipeline.h>
 
 #include <cstdio>
 
@@ -19,7 +16,7 @@ int check(bool ok, const char* what)
     return ok ? 0 : 1;
 }
 
-void printTicks(const char* name, KelChartAxisScale scale)
+void printTicks(const char* name, const KelChartAxisScale& scale)
 {
     std::printf("%s:", name);
     for (unsigned int i = 0; i < scale.size(); ++i)
@@ -48,22 +45,18 @@ int main()
     kelvin.yAxis.set("axis.y.temperature");
     kelvin.variableiter.setVector2Data({0, 1, 2, 3}, {283.15f, 293.15f, 303.15f, 313.15f}, {}, {}, "s", "K");
 
-    const auto shown = KelChartUpdateVariableUnits(chart.unitSystem, chart.axisX, chart.axisY, chart.axisZ,
-                                                   chart.variables)();
-    const KelChartVariableListCache cache(chart.variables);
-    KelChartAxisPairScale xScale(chart.axisX, cache);
-    KelChartAxisPairScale yScale(chart.axisY, cache);
-    xScale.update(5, Orv::Math::NumberFormat());
-    yScale.update(5, Orv::Math::NumberFormat());
-    const KelChartPerVariableScaling scaling(xScale, yScale, cache);
-    printTicks("x", xScale.first());
-    printTicks("y", yScale.first());
+    const KelChartPipeline pipeline(chart, {KelChartPipeline::everyAxis(5), false, {}});
+    const KelChartAxisScale& yScale = pipeline.yScales().first();
+    const KelChartPerVariableScaling& scaling = pipeline.scaling();
+    printTicks("x", pipeline.xScales().first());
+    printTicks("y", yScale);
 
     int failures = 0;
-    failures += check(shown.size() == 2, "both variables are shown");
+    failures += check(pipeline.unitsAccepted().size() == 2, "both variables are shown");
     failures += check(left.unitLabel.get() == "degC", "the axis takes the first variable's unit");
+    const KelChartVariableListCache& cache = pipeline.cache();
     failures += check(cache.size() == 2 && cache.cache(1).bounds().max().y() < 41, "kelvin converted to degC");
-    failures += check(yScale.first().valid() && yScale.first().min() <= 0 && yScale.first().max() >= 47,
+    failures += check(yScale.valid() && yScale.min() <= 0 && yScale.max() >= 47,
                       "the y scale holds every value");
     failures += check(scaling.size() == 2 && scaling.valid(0) && scaling.valid(1), "both variables have matrices");
     return failures == 0 ? 0 : 1;

@@ -5,11 +5,7 @@
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
-#include "KelChartAxisPairScale.h"
-#include "KelChartPerVariableScaling.h"
-#include "KelChartUpdateVariableUnits.h"
-#include "KelChartValidVariableList.h"
-#include "KelChartVariableListCache.h"
+#include "KelChartPipeline.h"
 #include "OrvDebug.h"
 
 #include <gtest/gtest.h>
@@ -33,9 +29,9 @@ using Values = std::vector<double>;
 //
 // Every variable has x = 0, 1, 2, 3, the days' indices. The left axis carries a
 // stale unit label, which the unit update replaces.
-class PipelineTest : public ::testing::Test {
+class KelChartPipelineTest : public ::testing::Test {
 protected:
-    PipelineTest()
+    KelChartPipelineTest()
     {
         auto& days = dynamic_cast<KelChartAxisDiscrete&>(
             chart.axisX.createFirst("days", KelChartAxisDiscrete::typeString));
@@ -68,9 +64,8 @@ protected:
     orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
 };
 
-// The scale's range, factor and base line, then its ticks' values, labels and positions (a copy: label() is
-// not const).
-void expectScale(KelChartAxisScale scale, const Values& range, const Values& values, const QStringList& labels,
+// The scale's range, factor and base line, then its ticks' values, labels and positions.
+void expectScale(const KelChartAxisScale& scale, const Values& range, const Values& values, const QStringList& labels,
                  const Values& percentages)
 {
     ASSERT_TRUE(scale.valid());
@@ -94,42 +89,47 @@ void expectMapsTo(const Orv::Math::Matrix& matrix, const Vector3& point, const V
         EXPECT_NEAR(mapped[c], expected[c], 1e-5) << "component " << c;
 }
 
-TEST_F(PipelineTest, FromModelToMatrices)
+TEST_F(KelChartPipelineTest, FromModelToMatrices)
 {
+    // The manual range of "pressure" is given in its own unit, Pa.
+    variable("pressure").autoRange.set(false);
+    variable("pressure").min.reset(Vector3(95000, 0, 0), "", "", "");
+    variable("pressure").max.reset(Vector3(105000, 0, 0), "", "", "");
+    const KelChartPipeline pipeline(chart, {KelChartPipeline::everyAxis(5), false, {}});
+
     // 1. Units: "outdoor" comes first in order, so the left axis is in degC and
     // "indoor" is delivered in degC; the days axis is discrete and has no unit.
-    EXPECT_EQ(KelChartUpdateVariableUnits(chart.unitSystem, chart.axisX, chart.axisY, chart.axisZ, chart.variables)(),
+    EXPECT_EQ(pipeline.unitsAccepted(),
               (std::vector<const KelChartVariable*>{&variable("outdoor"), &variable("indoor"), &variable("pressure")}));
     EXPECT_EQ(left->unitLabel.get(), "degC");
     EXPECT_EQ(right->unitLabel.get(), "Pa");
 
     // 2. Caches in order: outdoor, indoor, pressure. indoor's y is 10 .. 40 degC.
-    const KelChartVariableListCache cache(chart.variables);
+    const KelChartVariableListCache& cache = pipeline.cache();
     ASSERT_EQ(cache.size(), 3u);
     EXPECT_NEAR(cache.cache(1).bounds().max().y(), 40, 1e-4);
 
     // 3. Scales. Days: categories 0 .. 3, so [0, 4) in four slots, each tick at its slot's centre.
-    KelChartAxisPairScale xScale(chart.axisX, cache);
-    KelChartAxisPairScale yScale(chart.axisY, cache);
-    xScale.update(5, Orv::Math::NumberFormat());
-    yScale.update(5, Orv::Math::NumberFormat());
-    expectScale(xScale.first(), {0, 4, 1, 0}, {0, 1, 2, 3}, {"Mon", "Tue", "Wed", "Thu"},
+    expectScale(pipeline.xScales().first(), {0, 4, 1, 0}, {0, 1, 2, 3}, {"Mon", "Tue", "Wed", "Thu"},
                 {0.125, 0.375, 0.625, 0.875});
     // Left: each y range widened by 1/20 of its width: outdoor 3 .. 47 to
     // 0.8 .. 49.2, indoor 10 .. 40 to 8.5 .. 41.5; the union 0.8 .. 49.2 rounds
     // out to 0 .. 50 in steps of 10, five intervals as asked.
-    expectScale(yScale.first(), {0, 50, 1, 0}, {0, 10, 20, 30, 40, 50}, {"0", "10", "20", "30", "40", "50"},
-                {0, 0.2, 0.4, 0.6, 0.8, 1});
+    expectScale(pipeline.yScales().first(), {0, 50, 1, 0}, {0, 10, 20, 30, 40, 50},
+                {"0", "10", "20", "30", "40", "50"}, {0, 0.2, 0.4, 0.6, 0.8, 1});
     // Right: 98250 .. 102750 widened by 225 to 98025 .. 102975, rounded out to
     // 98000 .. 103000 in steps of 1000, labelled in thousands. The whole range is
     // positive, so the base line is its low end.
-    expectScale(yScale.second(), {98000, 103000, 1000, 98000}, {98000, 99000, 100000, 101000, 102000, 103000},
-                {"98", "99", "100", "101", "102", "103"}, {0, 0.2, 0.4, 0.6, 0.8, 1});
+    expectScale(pipeline.yScales().second(), {98000, 103000, 1000, 98000},
+                {98000, 99000, 100000, 101000, 102000, 103000}, {"98", "99", "100", "101", "102", "103"},
+                {0, 0.2, 0.4, 0.6, 0.8, 1});
+    EXPECT_EQ(pipeline.findScale("axis.y.right"), &pipeline.yScales().second());
+    EXPECT_EQ(pipeline.findScale("axis.z.none"), nullptr);
 
     // 4. Matrices: x [0, 4] and y [0, 50] or [98000, 103000] onto [-1, 1]. outdoor's
     // (1, 20) lies at x 2 * 1/4 - 1 = -0.5, y 2 * 20/50 - 1 = -0.2; pressure's
     // (3, 102000) at x 0.5, y 2 * 4000/5000 - 1 = 0.6.
-    const KelChartPerVariableScaling scaling(xScale, yScale, cache);
+    const KelChartPerVariableScaling& scaling = pipeline.scaling();
     ASSERT_EQ(scaling.size(), 3u);
     EXPECT_TRUE(scaling.valid(0) && scaling.valid(1) && scaling.valid(2));
     expectMapsTo(scaling.matrix(0), Vector3(1, 20, 0), Vector3(-0.5f, -0.2f, 0));
@@ -141,18 +141,57 @@ TEST_F(PipelineTest, FromModelToMatrices)
     // 2.99997 .. 47.00047 holds 5 .. 45 in steps of 5, and one step beyond each
     // end gives 0 .. 50; indoor's 9.9999 .. 40.0004 holds 10 .. 40 in steps of 2,
     // so 8 .. 42. pressure has a manual range.
-    variable("pressure").autoRange.set(false);
-    variable("pressure").min.reset(Vector3(95000, 0, 0), "", "", "");
-    variable("pressure").max.reset(Vector3(105000, 0, 0), "", "", "");
-    KelChartValidVariableList ranges;
-    for (size_t i = 0; i < cache.size(); ++i)
-        ranges.push_back(cache.cache(i));
+    const KelChartValidVariableList& ranges = pipeline.validVariables();
     EXPECT_EQ(ranges.minmax(0), Vector2(0, 50));
     EXPECT_EQ(ranges.minmax(1), Vector2(8, 42));
     EXPECT_EQ(ranges.minmax(2), Vector2(95000, 105000));
 
     EXPECT_TRUE(capture.texts(orvdebug::Stream::Ensure).empty());
     EXPECT_TRUE(capture.texts(orvdebug::Stream::Err).empty());
+}
+
+// Each axis gets the tick count asked for it, and running over the caches of
+// an earlier run rescales without caching again.
+TEST_F(KelChartPipelineTest, TickRequestsPerAxisAndRescalingOverExistingCaches)
+{
+    const KelChartPipeline::TickRequests ticks = [this](const KelChartAxis& axis) {
+        return KelChartPipeline::TickRequest{&axis == right ? 2u : 10u, {}};
+    };
+    const KelChartPipeline pipeline(chart, {ticks, false, {}});
+    EXPECT_EQ(pipeline.yScales().first().size(), 11u); // 0 .. 50 in steps of 5
+    KelChartAxisScale two(*right, pipeline.cache());
+    two.update(2, {});
+    EXPECT_EQ(pipeline.yScales().second().size(), two.size());
+    EXPECT_EQ(pipeline.yScales().second().max(), two.max());
+
+    left->autoScale.set(false);
+    left->min.set(-10);
+    left->max.set(10);
+    const KelChartPipeline rescaled(chart.axisX, chart.axisY, chart.axisZ, pipeline.cache(), {ticks, false, {}});
+    EXPECT_EQ(&rescaled.cache(), &pipeline.cache());
+    EXPECT_TRUE(rescaled.unitsAccepted().empty());
+    EXPECT_EQ(rescaled.yScales().first().min(), -10);
+    EXPECT_EQ(rescaled.yScales().first().max(), 10);
+    expectMapsTo(rescaled.scaling().matrix(0), Vector3(1, 5, 0), Vector3(-0.5f, 0.5f, 0));
+}
+
+// A run depends only on the variables and axes as they are: after the orders
+// change, the new first variable names the axis unit and every variable is
+// delivered in it, whatever an earlier run chose.
+TEST_F(KelChartPipelineTest, RerunAfterReorderingTakesTheNewFirstUnit)
+{
+    { const KelChartPipeline first(chart); }
+    EXPECT_EQ(left->unitLabel.get(), "degC");
+    variable("indoor").order.set(-1);
+    const KelChartPipeline second(chart);
+    EXPECT_EQ(left->unitLabel.get(), "degF");
+    // outdoor's 3 .. 47 degC is 37.4 .. 116.6 degF; indoor stays 50 .. 104 degF.
+    const KelChartVariableListCache& cache = second.cache();
+    ASSERT_EQ(cache.size(), 3u);
+    EXPECT_EQ(&cache.cache(0).variable(), &variable("indoor"));
+    EXPECT_NEAR(cache.cache(0).bounds().max().y(), 104, 1e-3);
+    EXPECT_NEAR(cache.cache(1).bounds().min().y(), 37.4, 1e-3);
+    EXPECT_NEAR(cache.cache(1).bounds().max().y(), 116.6, 1e-3);
 }
 
 } // namespace
