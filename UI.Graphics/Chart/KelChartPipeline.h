@@ -63,8 +63,14 @@ public:
                      const KelChartVariableListCache& cache, const Settings& settings);
     // A 2-D or 3-D chart with its own unit system, axis pairs and variables.
     template <class Kind>
-    explicit KelChartPipeline(KelChartWithAxisPairs<Kind>& chart, const Settings& settings = {})
+    KelChartPipeline(KelChartWithAxisPairs<Kind>& chart, const Settings& settings)
         : KelChartPipeline(chart.unitSystem, chart.axisX, chart.axisY, chart.axisZ, chart.variables, settings)
+    {
+    }
+    // The same with the default settings.
+    template <class Kind>
+    explicit KelChartPipeline(KelChartWithAxisPairs<Kind>& chart)
+        : KelChartPipeline(chart, Settings())
     {
     }
     KelChartPipeline(const KelChartPipeline&) = delete;
