@@ -1,69 +1,47 @@
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
-#include "KelChartAxisPair.h"
-#include "OrvDebug.h"
-
-#include <gtest/gtest.h>
+#include "ChartWithData.h"
 
 namespace {
 
-class KelChartAxisPairTest : public ::testing::Test {
+// The chart's pair "axis.x".
+class KelChartAxisPairTest : public ChartWithData {
 protected:
-    KelChartAxisPairTest() { pair.rename("axis.x"); }
-
-    KelChartAxis& create(bool first, const QString& name, const QString& type = KelChartAxisContinuous::typeString)
-    {
-        return first ? pair.createFirst(name, type) : pair.createSecond(name, type);
-    }
-    std::vector<std::string> ensures() const { return capture.texts(orvdebug::Stream::Ensure); }
-
-    KelModifiedGroup group;
-    KelChartAxisPair pair{group};
-    orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
+    KelChartAxisPair& pair = chart.axisX;
 };
 
 } // namespace
 
 TEST_F(KelChartAxisPairTest, CreateFindAndRemoveCycle)
 {
-    EXPECT_EQ(pair.type(), "chart.axis_pair");
-    EXPECT_EQ(pair.find("axis.x.left"), nullptr);
-    KelChartAxis& left = create(true, "left");
+    KelChartAxis& left = axis('x', "left");
     EXPECT_EQ(left.name(), "axis.x.left");
-    EXPECT_EQ(left.type(), "chart.axis.continuous");
     EXPECT_TRUE(left.enabled.get());
     EXPECT_EQ(pair.find("axis.x.left"), &left);
     EXPECT_EQ(pair.find("left"), nullptr);
 
-    // Creating again replaces only that slot's axis.
-    KelChartAxis& right = create(false, "right", KelChartAxisDiscrete::typeString);
-    KelChartAxis& b = create(true, "b", KelChartAxisDiscrete::typeString);
-    EXPECT_EQ(pair.first(), &b);
-    EXPECT_EQ(pair.second(), &right);
-    EXPECT_EQ(pair.size(), 2u);
+    // Creating again replaces only that slot's axis; the first one is found first.
+    KelChartAxis& right = axis<KelChartAxisDiscrete>('x', "right", false);
+    KelChartAxis& b = axis<KelChartAxisDiscrete>('x', "b");
+    EXPECT_TRUE(pair.first() == &b && pair.second() == &right && pair.size() == 2u);
     right.rename(b.name());
     EXPECT_EQ(pair.find("axis.x.b"), &b);
 
     // Removal, erasure from above and a move to another parent all forget the axis.
     EXPECT_TRUE(static_cast<KelProperties&>(pair).remove(&right));
     EXPECT_EQ(pair.second(), nullptr);
-    KelProperties root(group);
-    root.insert(&pair, true);
-    EXPECT_TRUE(root.erase(&b));
+    EXPECT_TRUE(chart.erase(&b));
     EXPECT_EQ(pair.first(), nullptr);
-    root.remove(&pair);
-    KelChartAxis& moved = create(true, "left");
+    KelChartAxis& moved = axis('x', "left");
     KelProperties elsewhere(group);
     elsewhere.insert(&moved, false);
     EXPECT_EQ(pair.first(), nullptr);
-    EXPECT_NE(&create(true, "left"), &moved);
+    EXPECT_NE(&axis('x', "left"), &moved);
     EXPECT_EQ(pair.first()->parent(), &pair);
     EXPECT_TRUE(ensures().empty());
 }
 
 TEST_F(KelChartAxisPairTest, UnknownTypeOrAForeignNamesakeIsRefusedWithoutTouchingTheTree)
 {
-    KelChartAxis& refused = create(true, "left", "chart.axis");
+    KelChartAxis& refused = pair.createFirst("left", "chart.axis");
     EXPECT_EQ(pair.size(), 0u);
     EXPECT_EQ(refused.parent(), nullptr);
     refused.title.set("harmless");
@@ -71,7 +49,7 @@ TEST_F(KelChartAxisPairTest, UnknownTypeOrAForeignNamesakeIsRefusedWithoutTouchi
     auto* foreign = new KelProperties(group);
     foreign->rename("axis.x.right");
     static_cast<KelProperties&>(pair).insert(foreign, false);
-    EXPECT_EQ(create(false, "right").parent(), nullptr);
+    EXPECT_EQ(pair.createSecond("right", KelChartAxisContinuous::typeString).parent(), nullptr);
     EXPECT_EQ(pair.second(), nullptr);
     EXPECT_EQ(pair.size(), 1u);
     const std::string first = " - KelChartAxis& KelChartAxisPair::createFirst(const QString&, const QString&)";
@@ -89,52 +67,35 @@ TEST_F(KelChartAxisPairTest, MakeChildGivesADisabledAxisAndTraces)
     EXPECT_EQ(trace.substr(trace.size() - 9), " @line 78");
 }
 
+// The pair's own axes take the source axes' names, classes and values (labels too); a second assignment
+// updates them in place, an axis the source lacks goes, and self-assignment changes nothing.
 TEST_F(KelChartAxisPairTest, AssignmentMirrorsTheSourceAxesIntoOwnChildren)
 {
     KelChartAxisPair source(group);
     source.rename("axis.x");
-    auto& sourceLeft = dynamic_cast<KelChartAxisContinuous&>(
-        source.createFirst("left", KelChartAxisContinuous::typeString));
-    sourceLeft.max.set(42.0);
-    create(false, "old", KelChartAxisDiscrete::typeString);
-
-    pair = source;
-    ASSERT_NE(pair.first(), nullptr);
-    EXPECT_EQ(pair.first()->parent(), &pair);
-    EXPECT_EQ(pair.first()->name(), "axis.x.left");
-    EXPECT_EQ(dynamic_cast<KelChartAxisContinuous*>(pair.first())->max.get(), 42.0);
-    EXPECT_EQ(pair.second(), nullptr);
-    EXPECT_EQ(pair.size(), 1u);
-
-    KelChartAxis* own = pair.first();
-    sourceLeft.max.set(7.0);
-    pair = source;
-    EXPECT_EQ(pair.first(), own);
-    EXPECT_EQ(dynamic_cast<KelChartAxisContinuous*>(own)->max.get(), 7.0);
-}
-
-TEST_F(KelChartAxisPairTest, AssignmentCarriesDiscreteLabelsAndSelfAssignmentKeepsTheAxes)
-{
-    KelChartAxisPair source(group);
-    source.rename("axis.x");
-    auto& categories = dynamic_cast<KelChartAxisDiscrete&>(source.createSecond("top", KelChartAxisDiscrete::typeString));
+    auto& sourceLeft =
+        dynamic_cast<KelChartAxisContinuous&>(source.createFirst("left", KelChartAxisContinuous::typeString));
+    auto& categories =
+        dynamic_cast<KelChartAxisDiscrete&>(source.createSecond("top", KelChartAxisDiscrete::typeString));
     categories.labels.setLabels({"a", "b"});
-    pair = source;
-    auto* own = dynamic_cast<KelChartAxisDiscrete*>(pair.second());
-    ASSERT_NE(own, nullptr);
-    EXPECT_NE(own, &categories);
-    EXPECT_EQ(own->labels.labels(), (QStringList{"a", "b"}));
-    EXPECT_EQ(own->labels.parent(), own);
+    axis<KelChartAxisDiscrete>('x', "old");
 
-    // The second assignment updates the axis made by the first.
-    categories.labels.setLabels({"c"});
-    pair = source;
-    EXPECT_EQ(pair.second(), own);
-    EXPECT_EQ(own->labels.labels(), QStringList{"c"});
-
-    const KelChartAxisPair& self = pair;
-    pair = self;
-    EXPECT_EQ(pair.second(), own);
-    EXPECT_EQ(pair.size(), 1u);
+    for (const double max : {42.0, 7.0}) {
+        sourceLeft.max.set(max);
+        KelChartAxis* const before = pair.first();
+        pair = source;
+        auto* left = dynamic_cast<KelChartAxisContinuous*>(pair.first());
+        auto* top = dynamic_cast<KelChartAxisDiscrete*>(pair.second());
+        ASSERT_TRUE(left && top);
+        EXPECT_TRUE(left->parent() == &pair && top->parent() == &pair && pair.size() == 2u);
+        EXPECT_EQ(left->name(), "axis.x.left");
+        EXPECT_EQ(left->max.get(), max);
+        EXPECT_EQ(top->labels.labels(), (QStringList{"a", "b"}));
+        EXPECT_EQ(top->labels.parent(), top);
+        EXPECT_TRUE(max == 42.0 || left == before);
+    }
+    const KelChartAxis* const top = pair.second();
+    pair = static_cast<const KelChartAxisPair&>(pair);
+    EXPECT_TRUE(pair.second() == top && pair.size() == 2u);
     EXPECT_TRUE(ensures().empty());
 }

@@ -1,18 +1,10 @@
 #include "KelChartPerVariableScaling.h"
 
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
-#include "KelChartAxisPair.h"
+#include "ChartWithData.h"
 #include "KelChartAxisPairScale.h"
-#include "OrvDebug.h"
 
-#include <gtest/gtest.h>
-
-#include <deque>
 #include <optional>
-#include <string>
 #include <tuple>
-#include <vector>
 
 namespace {
 
@@ -25,66 +17,39 @@ using Comp = Orv::Math::Vector3::Comp;
 //   axis.x.bottom [0, 10], axis.x.category (discrete),
 //   axis.y.left [1, 5] inverted, axis.y.right [0, 100], axis.z.depth [1, 3].
 // Every variable has the points (2, 2) and (8, 8).
-class KelChartPerVariableScalingTest : public ::testing::Test {
+class KelChartPerVariableScalingTest : public ChartWithData {
 protected:
     KelChartPerVariableScalingTest()
     {
-        xPair.rename("axis.x");
-        yPair.rename("axis.y");
-        zPair.rename("axis.z");
-        fix(xPair.createFirst("bottom", KelChartAxisContinuous::typeString), 0, 10);
-        xPair.createSecond("category", KelChartAxisDiscrete::typeString);
-        fix(yPair.createFirst("left", KelChartAxisContinuous::typeString), 1, 5).inverted.set(true);
-        fix(yPair.createSecond("right", KelChartAxisContinuous::typeString), 0, 100);
-        fix(zPair.createFirst("depth", KelChartAxisContinuous::typeString), 1, 3);
-    }
-
-    static KelChartAxisContinuous& fix(KelChartAxis& axis, double min, double max)
-    {
-        auto& continuous = dynamic_cast<KelChartAxisContinuous&>(axis);
-        continuous.autoScale.set(false);
-        continuous.min.set(min);
-        continuous.max.set(max);
-        return continuous;
+        fixed(axis('x', "bottom"), 0, 10);
+        axis<KelChartAxisDiscrete>('x', "category", false);
+        fixed(axis('y', "left"), 1, 5).inverted.set(true);
+        fixed(axis('y', "right", false), 0, 100);
+        fixed(axis('z', "depth"), 1, 3);
     }
 
     void addVariable(const QString& x, const QString& y, const QString& z = QString())
     {
-        KelChartVariable& var = variables.emplace_back(group);
-        var.xAxis.set(x);
-        var.yAxis.set(y);
-        var.zAxis.set(z);
-        var.variableiter.setVector2Data({2, 8}, {2, 8});
-        pointers.push_back(&var);
+        ChartWithData::addVariable("v", {2, 8}, {2, 8}, {x, y, z});
     }
 
     // Caches the variables and scales the axes for them.
     void scaleAxes()
     {
-        cache.emplace(pointers, QStringList());
-        xScale.emplace(xPair, *cache);
-        yScale.emplace(yPair, *cache);
-        zScale.emplace(zPair, *cache);
+        cacheVariables();
+        xScale.emplace(chart.axisX, cache);
+        yScale.emplace(chart.axisY, cache);
+        zScale.emplace(chart.axisZ, cache);
         for (auto* scale : {&xScale, &yScale, &zScale})
             (*scale)->update(5, Orv::Math::NumberFormat());
     }
 
-    KelChartPerVariableScaling twoPairs() const { return {*xScale, *yScale, *cache}; }
-    KelChartPerVariableScaling threePairs() const { return {*xScale, *yScale, *zScale, *cache}; }
+    KelChartPerVariableScaling twoPairs() const { return {*xScale, *yScale, cache}; }
+    KelChartPerVariableScaling threePairs() const { return {*xScale, *yScale, *zScale, cache}; }
 
-    std::vector<std::string> ensures() const { return capture.texts(orvdebug::Stream::Ensure); }
-
-    KelModifiedGroup group;
-    KelChartAxisPair xPair{group};
-    KelChartAxisPair yPair{group};
-    KelChartAxisPair zPair{group};
-    std::deque<KelChartVariable> variables;
-    std::vector<const KelChartVariable*> pointers;
-    std::optional<KelChartVariableListCache> cache;
     std::optional<KelChartAxisPairScale> xScale;
     std::optional<KelChartAxisPairScale> yScale;
     std::optional<KelChartAxisPairScale> zScale;
-    orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
 };
 
 TEST_F(KelChartPerVariableScalingTest, VariablesNeedAllTheirAxesAndMapTheirRangesOntoTheCube)
@@ -135,7 +100,7 @@ TEST_F(KelChartPerVariableScalingTest, GradientExtentsReachTheBaseLine)
     for (const auto& [min, max, expectedBaseLine, expected] :
          {std::tuple(-10, 10, 0, Vector2(0, 8)), std::tuple(10, 20, 10, Vector2(2, 10)),
           std::tuple(-20, -10, -10, Vector2(-10, 8))}) {
-        fix(*yPair.first(), min, max);
+        fixed(dynamic_cast<KelChartAxisContinuous&>(*chart.axisY.first()), min, max);
         scaleAxes();
         twoPairs().gradientExtents(0, Comp::Y, extents, baseLine);
         EXPECT_EQ(baseLine, expectedBaseLine);
@@ -166,8 +131,8 @@ TEST_F(KelChartPerVariableScalingTest, IsAxisDiscreteAsksTheVariablesAxisAndMiss
     EXPECT_FALSE(flat.isAxisDiscrete(static_cast<Comp>(3), 0));
     EXPECT_FALSE(flat.isAxisDiscrete(Comp::Y, 1));
     KelChartAxisPair empty(group);
-    yScale.emplace(empty, *cache);
-    zScale.emplace(empty, *cache);
+    yScale.emplace(empty, cache);
+    zScale.emplace(empty, cache);
     ASSERT_TRUE(deep.valid(0));
     EXPECT_EQ(deep.matrix(0), Matrix::Identity);
     const std::string discrete =

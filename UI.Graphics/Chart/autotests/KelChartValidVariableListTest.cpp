@@ -1,38 +1,26 @@
 #include "KelChartValidVariableList.h"
 
+#include "ChartWithData.h"
 #include "KelChartVariableCache.h"
-#include "OrvDebug.h"
 
-#include <gtest/gtest.h>
-
-#include <deque>
 #include <limits>
 #include <ostream>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 
 using Orv::Math::Vector2;
 using Orv::Math::Vector3;
 
-class KelChartValidVariableListTest : public ::testing::Test {
+class KelChartValidVariableListTest : public ChartWithData {
 protected:
     // A variable whose y data are `ys`, all at x = 0.
     KelChartVariable& variable(const QString& name, const std::vector<float>& ys)
     {
-        KelChartVariable& var = variables.emplace_back(group);
-        var.rename(name);
-        var.variableiter.setVector2Data(std::vector<float>(ys.size()), ys);
-        return var;
+        return addVariable(name, std::vector<float>(ys.size()), ys);
     }
 
-    std::vector<std::string> ensures() const { return capture.texts(orvdebug::Stream::Ensure); }
-
-    KelModifiedGroup group;
-    std::deque<KelChartVariable> variables;
     KelChartValidVariableList list;
-    orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
 };
 
 constexpr float infinity = std::numeric_limits<float>::infinity();

@@ -1,57 +1,41 @@
-#include "KelChartVariableListCache.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "ChartWithData.h"
 
 namespace {
 
-class KelChartVariableListCacheTest : public ::testing::Test {
+class KelChartVariableListCacheTest : public ChartWithData {
 protected:
-    KelChartVariable* add(const QString& name, int order, std::vector<float> x, std::vector<float> y)
-    {
-        auto& variable = list.child(name, KelChartVariable::typeString);
-        variable.order.set(order);
-        variable.variableiter.setVector2Data(std::move(x), std::move(y));
-        return &variable;
-    }
-
-    static QStringList names(const KelChartVariableListCache& cache)
+    QStringList cachedNames()
     {
         QStringList result;
-        for (size_t i = 0; i < cache.size(); ++i)
+        for (size_t i = 0; i < cacheVariables().size(); ++i)
             result << cache.cache(i).variable().name();
         return result;
     }
-
-    KelModifiedGroup group;
-    KelChartVariableList list{group, "variable.1"};
 };
 
 } // namespace
 
 TEST_F(KelChartVariableListCacheTest, CachesAreStableSortedByOrderAndSkipInvalidOnes)
 {
-    add("c", 3, {1}, {1});
-    add("a", 1, {3, 1, 2}, {1, 1, 1})->style.componentSortAxis.set(0);
-    add("b1", 2, {3, 1, 2}, {1, 1, 1});
-    add("b2", 2, {1}, {1});
-    add("off", 0, {1}, {1})->enabled.set(false);
-    add("empty", 0, {}, {});
-    KelChartVariableListCache cache(list);
-    EXPECT_EQ(names(cache), (QStringList{"a", "b1", "b2", "c"}));
+    addVariable("c", {1}, {1}, {}, 3);
+    addVariable("a", {3, 1, 2}, {1, 1, 1}, {}, 1).style.componentSortAxis.set(0);
+    addVariable("b1", {3, 1, 2}, {1, 1, 1}, {}, 2);
+    addVariable("b2", {1}, {1}, {}, 2);
+    addVariable("off", {1}, {1}).enabled.set(false);
+    addVariable("empty", {}, {});
+    EXPECT_EQ(cachedNames(), (QStringList{"a", "b1", "b2", "c"}));
     // Component sort axis 0 sorts by x.
     EXPECT_EQ(cache.cache(0).x(), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(cache.cache(1).x(), (std::vector<double>{3, 1, 2}));
     // The vector form skips nulls.
-    EXPECT_EQ(KelChartVariableListCache({nullptr, list[0u]}, {}).size(), 1u);
+    EXPECT_EQ(KelChartVariableListCache({nullptr, chart.variables[0u]}, {}).size(), 1u);
 }
 
 TEST_F(KelChartVariableListCacheTest, AggregatesAreComputedOnceCopiedAndCleared)
 {
-    add("a", 0, {0, 0.5, 1}, {-1, 2, 3});
-    add("b", 1, {0, 2, 4, 6, 8, 10, 12}, {5, 6, 7, 8, 9, 10, 11});
-    KelChartVariableListCache cache(list);
+    addVariable("a", {0, 0.5, 1}, {-1, 2, 3});
+    addVariable("b", {0, 2, 4, 6, 8, 10, 12}, {5, 6, 7, 8, 9, 10, 11}, {}, 1);
+    cacheVariables();
     EXPECT_EQ(cache.minXDelta(), 0.5);
     EXPECT_EQ(cache.maxScalarLen(), 7);
     EXPECT_EQ(cache.bounds().min(), Orv::Math::Vector3(0, -1, 0));
