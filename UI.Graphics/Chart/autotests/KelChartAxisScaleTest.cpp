@@ -201,19 +201,23 @@ INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleDiscreteTest, ::testing::Value
                  {{3, "", -0.375}, {4, "", -0.125}, {5, "", 0.125}, {6, "", 0.375}, {7, "", 0.625}, {8, "", 0.875}}}));
 
 // Data x near the largest float, or a fixed max near the largest int, would ask for billions of fillers.
+// The size stays the width of the range, saturated; reads past the stored entries give 0 and no text.
 TEST_F(KelChartAxisScaleTest, DiscreteEntriesStopAtTheLimitWithOneWarning)
 {
     const unsigned int limit = KelChartAxisScale::MaxDiscreteEntries;
-    for (const auto& [dataEnd, fixedMax] : {std::pair(1e38f, 0), std::pair(3e9f, INT_MAX)}) {
+    for (const auto& [dataEnd, fixedMax, size] : {std::tuple(1e38f, 0, UINT_MAX), std::tuple(3e9f, INT_MAX, 2147483647u)}) {
         KelChartAxisDiscrete& axis = fixed(discreteAxis(), 0, fixedMax);
         variables.clear();
         addOn(axis, 'x', 0, dataEnd);
         orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
         KelChartAxisScale scale = scaleOf(axis, true);
         ASSERT_TRUE(scale.valid());
-        ASSERT_EQ(scale.size(), limit);
+        ASSERT_EQ(scale.entryCount(), limit);
+        EXPECT_EQ(scale.size(), size);
         EXPECT_EQ(scale.label(0), "red");
         EXPECT_EQ(scale.value(limit - 1), limit - 1);
+        EXPECT_EQ(scale.value(limit), 0);
+        EXPECT_EQ(scale.label(limit), "");
         EXPECT_FLOAT_EQ(scale.percentage(limit - 1), (limit - 0.5f) / float(scale.max()));
         EXPECT_EQ(capture.texts(orvdebug::Stream::Err),
                   std::vector<std::string>{"WARNING: discrete axis \"axis.x.top\" needs more than 1000000 entries; "

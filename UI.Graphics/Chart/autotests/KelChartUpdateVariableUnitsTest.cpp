@@ -21,6 +21,14 @@ protected:
     {
         return KelChartUpdateVariableUnits(chart.unitSystem, chart.axisX, chart.axisY, chart.axisZ, chart.variables)();
     }
+    static Orv::Math::Vector2 firstPoint(KelChartVariable& var)
+    {
+        Orv::Math::Vector2 point;
+        var.variableiter.reset();
+        var.variableiter.next();
+        var.variableiter.vector2Value(point);
+        return point;
+    }
     static std::array<QString, 3> unitsOf(KelChartVariable& var)
     {
         std::array<QString, 3> result;
@@ -38,32 +46,30 @@ protected:
 // Two variables share the axes, one in mm and s, one in m and min: the first in order names the axes' units
 // and both deliver their values in them. A variable without units comes first, claims nothing and, having
 // no unit to convert from, is left out. Labels set before are replaced, by nothing where no variable has a unit.
+// Each row re-runs the update on the same variables in a new order: a run depends on nothing an earlier one chose.
 TEST_F(KelChartUpdateVariableUnitsTest, FirstVariableInOrderWithAUnitNamesTheAxisUnit)
 {
+    KelChartVariable& plain = variable("plain", -1, "", "");
+    KelChartVariable& mm = variable("mm", 0, "mm", "s");
+    KelChartVariable& m = variable("m", 0, "m", "min");
     // Equal orders keep list order.
     const std::tuple<int, int, const char*> orders[] = {{0, 1, "mm"}, {1, 0, "m"}, {3, 3, "mm"}};
     for (const auto& [mmOrder, mOrder, label] : orders) {
         SCOPED_TRACE(std::to_string(mmOrder) + " " + std::to_string(mOrder));
         right.unitLabel.set("km");
-        KelChartVariable& plain = variable("plain", -1, "", "");
-        KelChartVariable& mm = variable("mm", mmOrder, "mm", "s");
-        KelChartVariable& m = variable("m", mOrder, "m", "min");
+        mm.order.set(mmOrder);
+        m.order.set(mOrder);
         const bool mmFirst = mmOrder <= mOrder;
         EXPECT_EQ(update(), (mmFirst ? Variables{&mm, &m} : Variables{&m, &mm}));
         EXPECT_EQ(bottom.unitLabel.get(), QString(label));
         EXPECT_EQ(left.unitLabel.get(), QString(mmFirst ? "s" : "min"));
         EXPECT_EQ(right.unitLabel.get(), "");
         EXPECT_EQ(unitsOf(plain)[0], "");
-        EXPECT_EQ(unitsOf(m)[0], QString(label));
-        // m's first x, 1 [m], comes in the axis's unit.
-        Orv::Math::Vector2 point;
-        m.variableiter.reset();
-        m.variableiter.next();
-        m.variableiter.vector2Value(point);
-        EXPECT_FLOAT_EQ(point.x(), mmFirst ? 1000 : 1);
-        EXPECT_EQ(unitsOf(mm)[1], QString(mmFirst ? "s" : "min"));
-        for (KelChartVariable* var : {&plain, &mm, &m})
-            chart.variables.erase(var); // a variable keeps the units chosen for it
+        // The iterators report their data's own units and deliver the axes': m's first x, 1 [m], and mm's
+        // first y, 1 [s], come in the axes' units.
+        EXPECT_EQ(unitsOf(m)[0], "m");
+        EXPECT_FLOAT_EQ(firstPoint(m).x(), mmFirst ? 1000 : 1);
+        EXPECT_FLOAT_EQ(firstPoint(mm).y(), mmFirst ? 1 : 1 / 60.0f);
     }
 }
 

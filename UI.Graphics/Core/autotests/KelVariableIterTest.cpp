@@ -82,13 +82,14 @@ TEST_F(VariableIter, SetUnitsConvertsOrRefusesAllTogether)
     scalars.setScalarData({2.0}, {}, "km");
     EXPECT_EQ(walk(scalars), "2000");
 
+    // A chosen unit changes what is delivered, not the data's units reported.
     EXPECT_TRUE(planar.setUnits("m", "K", ""));
-    EXPECT_EQ(units(planar), "m|K|");
+    EXPECT_EQ(units(planar), "mm|degC|");
     EXPECT_EQ(walk(planar), "1.5/373.15, 0.002/272.15?");
     for (const auto& [x, y, z] :
          std::vector<std::array<const char*, 3>>{{"s", "K", ""}, {"m", "blorp", ""}, {"m", "K", "m"}}) {
         EXPECT_FALSE(planar.setUnits(x, y, z));
-        EXPECT_EQ(units(planar), "m|K|");
+        EXPECT_EQ(walk(planar), "1.5/373.15, 0.002/272.15?");
     }
     EXPECT_TRUE(planar.setUnits("", "degF", ""));
     EXPECT_EQ(walk(planar), "1500/212, 2/30.2?");
@@ -106,10 +107,11 @@ TEST_F(VariableIter, UnitSystemFlagDeliversPreferredUnitsWhereNoneWasChosen)
     planar.setUnitSystemFlag(true);
     EXPECT_EQ(units(planar), "m|K|");
     EXPECT_TRUE(planar.setUnits("km", "", ""));
-    EXPECT_EQ(units(planar), "km|K|");
+    EXPECT_EQ(units(planar), "m|K|");
     EXPECT_EQ(walk(planar), "0.0015/373.15, 2e-06/272.15?");
     planar.setUnitSystemFlag(false);
-    EXPECT_EQ(units(planar), "km|degC|");
+    EXPECT_EQ(units(planar), "mm|degC|");
+    EXPECT_EQ(walk(planar), "0.0015/100, 2e-06/-1?");
 }
 
 TEST_F(VariableIter, LogarithmicComponentsDeliverLog10AndNoValueForNonPositives)
@@ -132,7 +134,7 @@ TEST_F(VariableIter, CopiesAndAssignmentCarryDataUnitsAndSettings)
     const std::string expected = walk(planar);
     KelVariableIter copy(planar);
     planar.setVector2Data({7.0f}, {8.0f});
-    EXPECT_EQ(units(copy), "m|degC|");
+    EXPECT_EQ(units(copy), "mm|degC|");
     EXPECT_EQ(walk(copy), expected);
     scalars = copy;
     EXPECT_EQ(walk(scalars), expected);
