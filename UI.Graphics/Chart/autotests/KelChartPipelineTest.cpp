@@ -2,13 +2,9 @@
 // unit update, variable list cache, axis pair scales, per-variable scaling and
 // the valid variable list, checked against values worked out by hand.
 
-#include "KelChart2D.h"
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
-#include "KelChartPipeline.h"
-#include "OrvDebug.h"
+#include "ChartWithData.h"
 
-#include <gtest/gtest.h>
+#include "KelChartPipeline.h"
 
 #include <vector>
 
@@ -29,39 +25,26 @@ using Values = std::vector<double>;
 //
 // Every variable has x = 0, 1, 2, 3, the days' indices. The left axis carries a
 // stale unit label, which the unit update replaces.
-class KelChartPipelineTest : public ::testing::Test {
+class KelChartPipelineTest : public ChartWithData {
 protected:
     KelChartPipelineTest()
     {
-        auto& days = dynamic_cast<KelChartAxisDiscrete&>(
-            chart.axisX.createFirst("days", KelChartAxisDiscrete::typeString));
-        days.labels.setLabels({"Mon", "Tue", "Wed", "Thu"});
-        left = &dynamic_cast<KelChartAxisContinuous&>(
-            chart.axisY.createFirst("left", KelChartAxisContinuous::typeString));
-        right = &dynamic_cast<KelChartAxisContinuous&>(
-            chart.axisY.createSecond("right", KelChartAxisContinuous::typeString));
+        axis<KelChartAxisDiscrete>('x', "days").labels.setLabels({"Mon", "Tue", "Wed", "Thu"});
         left->unitLabel.set("K");
-        addVariable("indoor", 1, "axis.y.left", {50, 68, 86, 104}, "degF");
-        addVariable("outdoor", 0, "axis.y.left", {3, 20, 15, 47}, "degC");
-        addVariable("pressure", 2, "axis.y.right", {98250, 101000, 100500, 102750}, "Pa");
+        add("indoor", 1, "axis.y.left", {50, 68, 86, 104}, "degF");
+        add("outdoor", 0, "axis.y.left", {3, 20, 15, 47}, "degC");
+        add("pressure", 2, "axis.y.right", {98250, 101000, 100500, 102750}, "Pa");
     }
 
-    void addVariable(const QString& name, int order, const QString& yAxis, std::vector<float> ys, const QString& unit)
+    void add(const QString& name, int order, const QString& yAxis, std::vector<float> ys, const QString& unit)
     {
-        KelChartVariable& var = chart.variables.child(name, KelChartVariable::typeString);
-        var.order.set(order);
-        var.xAxis.set("axis.x.days");
-        var.yAxis.set(yAxis);
-        var.variableiter.setVector2Data({0, 1, 2, 3}, std::move(ys), {}, {}, QString(), unit);
+        addVariable(name, {0, 1, 2, 3}, std::move(ys), {"axis.x.days", yAxis}, order, QString(), unit);
     }
 
     KelChartVariable& variable(const char* name) { return *chart.variables[QString(name)]; }
 
-    KelModifiedGroup group;
-    KelChart2D chart{group};
-    KelChartAxisContinuous* left = nullptr;
-    KelChartAxisContinuous* right = nullptr;
-    orvdebug::ScopedCapture capture{kel::debug_logger::debuglogger()};
+    KelChartAxisContinuous* left = &axis('y', "left");
+    KelChartAxisContinuous* right = &axis('y', "right", false);
 };
 
 // The scale's range, factor and base line, then its ticks' values, labels and positions.
@@ -146,8 +129,8 @@ TEST_F(KelChartPipelineTest, FromModelToMatrices)
     EXPECT_EQ(ranges.minmax(1), Vector2(8, 42));
     EXPECT_EQ(ranges.minmax(2), Vector2(95000, 105000));
 
-    EXPECT_TRUE(capture.texts(orvdebug::Stream::Ensure).empty());
-    EXPECT_TRUE(capture.texts(orvdebug::Stream::Err).empty());
+    EXPECT_TRUE(ensures().empty());
+    EXPECT_TRUE(errors().empty());
 }
 
 // Each axis gets the tick count asked for it, and running over the caches of
