@@ -2,6 +2,8 @@
 #include "KelChartAxisScale.h"
 
 #include <climits>
+#include <cmath>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -106,6 +108,15 @@ INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleExpandRangeTest, ::testing::Va
     ExpandCase{-4, -4, 0.1, -6, -2},
     ExpandCase{-3, -1, 0, -3.5, -0.5},
     ExpandCase{-largestFloat, -largestFloat, 0.1, -largestFloat, 0}));
+
+// The width times the fraction is taken as it comes: an infinite width times 0 is NaN, which is neither 0 nor
+// replaced, so both bounds become NaN.
+TEST(KelChartAxisScaleExpandRange, InfiniteWidthTimesZeroIsNaN)
+{
+    double min = -std::numeric_limits<double>::max(), max = std::numeric_limits<double>::max();
+    KelChartAxisScale::ExpandRange<double>(min, max, 0.0);
+    EXPECT_TRUE(std::isnan(min) && std::isnan(max));
+}
 
 // An axis is in use when it is enabled and a variable with data names it (as z too). One only named as z
 // loses its scale at the update, which finds no data on x or y, and never gets it back.

@@ -39,15 +39,6 @@ bool colourAt(const QImage& image, QPointF at, QRgb colour)
     return false;
 }
 
-int countColour(const QImage& image, QRgb colour)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            count += near(image.pixel(x, y), colour, 4) ? 1 : 0;
-    return count;
-}
-
 } // namespace
 
 TEST_F(KelchartTest, NoArgumentDrawsTheSampleAndSummarises)
@@ -165,14 +156,9 @@ TEST_F(KelchartTest, SeriesColoursLieWhereTheMatricesMapTheirPoints)
     EXPECT_TRUE(colourAt(image, pixelOf(report, QStringLiteral("up"), 1, 8), qRgb(255, 255, 255)));
 }
 
-TEST_F(KelchartTest, SampleImagesShowEverySeriesColour)
+TEST_F(KelchartTest, SampleSvgStrokesEverySeriesColour)
 {
     ASSERT_EQ(run({}).exitCode, 0);
-    const QImage image(path(QStringLiteral("kelchart.png")));
-    const QRgb colours[] = {qRgb(0xe1, 0x57, 0x59), qRgb(0x4e, 0x79, 0xa7), qRgb(0x59, 0xa1, 0x4f)};
-    for (const QRgb colour : colours)
-        EXPECT_GT(countColour(image, colour), 200) << std::hex << colour;
-
     QFile svg(path(QStringLiteral("kelchart.svg")));
     ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
     QXmlStreamReader xml(&svg);
