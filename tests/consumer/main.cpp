@@ -1,5 +1,5 @@
 // Builds a small two-axis chart through the installed headers and libraries,
-// runs the pipeline from the data to the matrices and prints the ticks.
+// runs the pipeline from the data to the matrices and checks the results.
 // Exits non-zero when a result is not what the chart's data call for.
 
 #include <KelChart2D.h>
@@ -14,14 +14,6 @@ int check(bool ok, const char* what)
 {
     std::printf("%s: %s\n", ok ? "ok" : "FAILED", what);
     return ok ? 0 : 1;
-}
-
-void printTicks(const char* name, const KelChartAxisScale& scale)
-{
-    std::printf("%s:", name);
-    for (unsigned int i = 0; i < scale.size(); ++i)
-        std::printf(" %s", qPrintable(scale.label(i)));
-    std::printf("\n");
 }
 
 } // namespace
@@ -48,8 +40,6 @@ int main()
     const KelChartPipeline pipeline(chart, {KelChartPipeline::everyAxis(5), false, {}});
     const KelChartAxisScale& yScale = pipeline.yScales().first();
     const KelChartPerVariableScaling& scaling = pipeline.scaling();
-    printTicks("x", pipeline.xScales().first());
-    printTicks("y", yScale);
 
     int failures = 0;
     failures += check(pipeline.unitsAccepted().size() == 2, "both variables are shown");

@@ -111,9 +111,3 @@ TEST_F(CsvReaderTest, FaultsNameFileAndLine)
             << "for " << c.text.toStdString() << " got: " << message.toStdString();
     }
 }
-
-TEST_F(CsvReaderTest, MissingFileAndDirectoryAreReported)
-{
-    EXPECT_THROW(CsvReader::read(m_dir.filePath(QStringLiteral("missing.csv"))), Failure);
-    EXPECT_THROW(CsvReader::read(m_dir.path()), Failure);
-}
