@@ -3,7 +3,8 @@
 # extra packages given as arguments (scripts/ensure-deps.sh [PACKAGE...]).
 set -euo pipefail
 packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5svg5-dev libboost-dev libudunits2-dev
-          libgtest-dev libgmock-dev libbenchmark-dev gcovr "$@")
+          libgtest-dev libgmock-dev libbenchmark-dev gcovr
+          libhowardhinnant-date-dev tzdata "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
