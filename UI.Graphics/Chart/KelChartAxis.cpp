@@ -1,6 +1,4 @@
 #include "KelChartAxis.h"
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
 
 const QString KelChartAxis::typeString = QStringLiteral("chart.axis");
 
@@ -35,27 +33,3 @@ KelChartAxis::KelChartAxis(const KelChartAxis& other)
 KelChartAxis& KelChartAxis::operator=(const KelChartAxis& other) = default;
 
 KelChartAxis::~KelChartAxis() = default;
-
-KelChartAxis* KelChartAxis::makeOfType(KelModifiedGroup& group, const QString& type, const QString& name)
-{
-    KelChartAxis* axis = nullptr;
-    if (type == KelChartAxisDiscrete::typeString)
-        axis = new KelChartAxisDiscrete(group);
-    else if (type == KelChartAxisContinuous::typeString)
-        axis = new KelChartAxisContinuous(group);
-    if (axis)
-        axis->rename(name);
-    return axis;
-}
-
-void KelChartAxis::assignAxis(KelChartAxis& target, const KelChartAxis& source)
-{
-    auto* continuous = dynamic_cast<KelChartAxisContinuous*>(&target);
-    auto* discrete = dynamic_cast<KelChartAxisDiscrete*>(&target);
-    if (auto* from = dynamic_cast<const KelChartAxisContinuous*>(&source); continuous && from)
-        *continuous = *from;
-    else if (auto* from = dynamic_cast<const KelChartAxisDiscrete*>(&source); discrete && from)
-        *discrete = *from;
-    else
-        target = source;
-}

@@ -14,12 +14,6 @@ public:
     KelChartAxis& operator=(const KelChartAxis& other);
     ~KelChartAxis() override;
 
-    // A new continuous or discrete axis in the group for its type string, named
-    // `name`; null for any other type string.
-    static KelChartAxis* makeOfType(KelModifiedGroup& group, const QString& type, const QString& name);
-    // Assigns `source` to `target` as the most derived axis class both share.
-    static void assignAxis(KelChartAxis& target, const KelChartAxis& source);
-
     KelPropertyAdaptor<bool> enabled;
     KelPropertyAdaptor<QString> title;
     KelPropertyAdaptor<bool> inverted;

@@ -1,4 +1,5 @@
 #include "KelChartAxisList.h"
+#include "KelChartAxisKinds.h"
 
 template class KelPropertiesList<KelChartAxis>;
 
@@ -15,7 +16,7 @@ KelChartAxisList::~KelChartAxisList() = default;
 
 KelProperties* KelChartAxisList::makeChild(const QString& name, const QString& type)
 {
-    if (KelChartAxis* axis = KelChartAxis::makeOfType(group(), type, name))
+    if (KelChartAxis* axis = KelChartAxisKinds::make(group(), type, name))
         return axis;
     auto* axis = new KelChartAxis(group());
     axis->rename(name);

@@ -1,21 +1,12 @@
 #include "KelChartAxisPair.h"
 #include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
+#include "KelChartAxisKinds.h"
 
 #include "KelChartTraceTexts.h"
 
 #include "OrvDiagnostics.h"
 
 const QString KelChartAxisPair::typeString = QStringLiteral("chart.axis_pair");
-
-namespace {
-
-bool isAxisType(const QString& type)
-{
-    return type == KelChartAxisContinuous::typeString || type == KelChartAxisDiscrete::typeString;
-}
-
-} // namespace
 
 KelChartAxisPair::KelChartAxisPair(KelModifiedGroup& group)
     : KelProperties(group)
@@ -65,7 +56,7 @@ KelChartAxis& KelChartAxisPair::create(KelChartAxis*& slot, const QString& name,
     if (slot && !remove(slot))
         orvdebug::ensureFailed(removeFailure, signature);
     const QString childName = this->name() + QLatin1Char('.') + name;
-    if (!isAxisType(type))
+    if (!KelChartAxisKinds::isRangedType(type))
         return refuse("isAxisType(type)", signature);
     const KelProperties* existing = (*this)[childName];
     if (existing && !dynamic_cast<const KelChartAxis*>(existing))
@@ -97,13 +88,13 @@ KelChartAxis* KelChartAxisPair::mirror(const KelChartAxis* source, const KelChar
             own = axis;
     }
     if (own == nullptr) {
-        own = KelChartAxis::makeOfType(group(), source->type(), source->name());
+        own = KelChartAxisKinds::make(group(), source->type(), source->name());
         if (own == nullptr)
             return nullptr;
         KelProperties::insert(own, false);
     }
     if (own != source)
-        KelChartAxis::assignAxis(*own, *source);
+        KelChartAxisKinds::assign(*own, *source);
     return own;
 }
 
@@ -120,5 +111,5 @@ KelProperties* KelChartAxisPair::makeChild(const QString& name, const QString& t
 {
     orvdebug::trace scope(kel::debug_logger::debuglogger(), ORV_FUNCTION_SIGNATURE,
                           KelChartTraceTexts::axisPairMakeChild);
-    return KelChartAxis::makeOfType(group(), type, name);
+    return KelChartAxisKinds::make(group(), type, name);
 }

@@ -2,9 +2,12 @@
 
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelChartBaseLine.h"
+#include "KelChartEpochConversion.h"
 #include "KelChartVariableListCache.h"
 
+#include "CalendarTicks.h"
 #include "OrvDiagnostics.h"
 
 #include <algorithm>
@@ -80,6 +83,18 @@ void warnEntryLimit(const QString& axisName)
                       " entries; its scale keeps only the first ", KelChartAxisScale::MaxDiscreteEntries);
 }
 
+// The axis's zone; an unknown name is reported and UTC used.
+Orv::Math::TimeZone timeZoneOf(const KelChartAxisTime& axis)
+{
+    const QString name = axis.timeZone.get().trimmed();
+    Orv::Math::TimeZone zone(name.toStdString());
+    if (!zone.valid()) {
+        orvdebug::warning("time axis \"", axis.name(), "\": unknown time zone \"", name, "\"; ticks are placed in UTC");
+        zone = Orv::Math::TimeZone();
+    }
+    return zone;
+}
+
 } // namespace
 
 template <>
@@ -143,6 +158,7 @@ void KelChartAxisScale::reset()
     m_labels.clear();
     m_axisName.clear();
     m_baseLine = 0.0;
+    m_offsetText.clear();
 }
 
 void KelChartAxisScale::update(unsigned int tickCount, const Orv::Math::NumberFormat& format)
@@ -152,12 +168,13 @@ void KelChartAxisScale::update(unsigned int tickCount, const Orv::Math::NumberFo
     reset();
     m_axisName = m_axis->name();
     m_inverted = m_axis->inverted.get();
-    if (m_axis->type() == KelChartAxisContinuous::typeString) {
-        const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(m_axis);
-        if (continuous)
-            updateContinuous(*continuous, tickCount, format);
-        else
-            m_valid = false;
+    const QString type = m_axis->type();
+    const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(m_axis);
+    const auto* time = dynamic_cast<const KelChartAxisTime*>(m_axis);
+    if (type == KelChartAxisContinuous::typeString && continuous) {
+        updateContinuous(*continuous, tickCount, format);
+    } else if (type == KelChartAxisTime::typeString && time) {
+        updateTime(*time, tickCount, format);
     } else if (const auto* discrete = dynamic_cast<const KelChartAxisDiscrete*>(m_axis)) {
         m_discrete = true;
         updateDiscrete(*discrete);
@@ -176,12 +193,62 @@ void KelChartAxisScale::updateContinuous(const KelChartAxisContinuous& axis, uns
     Orv::Math::NiceIntervals intervals;
     double lo = 0.0;
     double hi = 0.0;
-    if (!axis.autoScale.get() && axis.min.get() < axis.max.get())
-        intervals = Orv::Math::NiceIntervals(axis.min.get(), axis.max.get(), count, true, true, format);
-    else if (continuousDataRange(lo, hi))
+    if (continuousRange(axis, lo, hi))
         intervals = Orv::Math::NiceIntervals(lo, hi, count, true, true, format);
     takeTicks(intervals);
     m_valid = m_max > m_min;
+}
+
+bool KelChartAxisScale::continuousRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const
+{
+    if (!axis.autoScale.get() && axis.min.get() < axis.max.get()) {
+        lo = axis.min.get();
+        hi = axis.max.get();
+        return true;
+    }
+    return continuousDataRange(lo, hi);
+}
+
+void KelChartAxisScale::updateTime(const KelChartAxisTime& axis, unsigned int tickCount,
+                                   const Orv::Math::NumberFormat& format)
+{
+    const KelChartEpochConversion epoch(axis.unitLabel.get());
+    if (!epoch.valid()) {
+        orvdebug::warning("time axis \"", m_axisName, "\": \"", axis.unitLabel.get(),
+                          "\" is not a timestamp unit; its ticks are plain numbers");
+        updateContinuous(axis, tickCount, format);
+        return;
+    }
+    double lo = 0.0;
+    double hi = 0.0;
+    if (!continuousRange(axis, lo, hi))
+        return;
+    const Orv::Math::TimeZone zone = timeZoneOf(axis);
+    const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
+    const Orv::Math::CalendarTicks ticks(epoch.toEpoch(lo), epoch.toEpoch(hi), count, zone,
+                                         axis.labelFormat.get().toStdString());
+    m_min = lo;
+    m_max = hi;
+    m_valid = m_max > m_min;
+    if (m_valid)
+        takeCalendarTicks(ticks, epoch);
+}
+
+void KelChartAxisScale::takeCalendarTicks(const Orv::Math::CalendarTicks& ticks, const KelChartEpochConversion& epoch)
+{
+    m_size = static_cast<unsigned int>(ticks.size());
+    m_values.resize(m_size);
+    for (unsigned int i = 0; i < m_size; ++i)
+        m_values[i] = ticks.value(static_cast<int>(i));
+    epoch.fromEpoch(m_values);
+    m_labels.reserve(m_size);
+    m_percentages.reserve(m_size);
+    for (unsigned int i = 0; i < m_size; ++i) {
+        m_labels.push_back(QString::fromStdString(ticks.label(static_cast<int>(i))));
+        const double fraction = (m_values[i] - m_min) / (m_max - m_min);
+        m_percentages.push_back(m_inverted ? 1.0 - fraction : fraction);
+    }
+    m_offsetText = QString::fromStdString(ticks.offsetText());
 }
 
 bool KelChartAxisScale::continuousDataRange(double& lo, double& hi) const

@@ -31,6 +31,14 @@
 // that is neither continuous nor discrete (a plain "chart.axis") gets an
 // invalid scale.
 //
+// Time axes ("chart.axis.time") take their range as continuous axes do, then
+// place ticks on calendar boundaries of the axis's time zone: the values are
+// in the axis's timestamp unit, the labels are concise ("Mar", "14:00", "Tue
+// 14") and `offsetText()` holds what all ticks share ("2012-03"), to be shown
+// once beside the axis. The ticks are those inside the range; the range is not
+// rounded outward. An axis whose unit is not a timestamp unit gets numeric
+// ticks, with a warning.
+//
 // Entries are read by index below `size()`; an index past the stored entries
 // answers 0 and an empty text, so a loop up to `size()` is safe, and
 // `entryCount()` tells how many are stored.
@@ -50,7 +58,12 @@
 class KelChartAxis;
 class KelChartAxisContinuous;
 class KelChartAxisDiscrete;
+class KelChartAxisTime;
+class KelChartEpochConversion;
 class KelChartVariableListCache;
+namespace Orv::Math {
+class CalendarTicks;
+}
 
 class ORV_CHART_EXPORT KelChartAxisScale {
 public:
@@ -88,6 +101,9 @@ public:
     bool inverted() const { return m_inverted; }
     // The value of the range nearest to zero.
     double baseLine() const { return m_baseLine; }
+    // What the labels of a time axis leave out because every tick shares it
+    // ("2012", "2012-03-14"); empty for other axes.
+    QString offsetText() const { return m_offsetText; }
 
     // Computes range, ticks, factor and base line for about `tickCount`
     // intervals, labels written in `format`.
@@ -119,6 +135,13 @@ private:
     // runs through here.
     void takeTicks(const Orv::Math::NiceIntervals& intervals);
 
+    // The fixed range, or the data's range with its margin; false when neither.
+    bool continuousRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const;
+
+    // Calendar ticks in the axis's zone; a unit that is not a timestamp gives numeric ticks.
+    void updateTime(const KelChartAxisTime& axis, unsigned int tickCount, const Orv::Math::NumberFormat& format);
+    void takeCalendarTicks(const Orv::Math::CalendarTicks& ticks, const KelChartEpochConversion& epoch);
+
     void updateDiscrete(const KelChartAxisDiscrete& axis);
     // The category range [min, max) of the data on this axis along x.
     void discreteDataRange();
@@ -140,6 +163,7 @@ private:
     bool m_discrete;
     bool m_inverted;
     double m_baseLine;
+    QString m_offsetText;
     const KelChartAxis* m_axis;
     const KelChartVariableListCache* m_cache;
 };

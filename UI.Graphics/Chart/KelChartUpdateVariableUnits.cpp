@@ -1,6 +1,7 @@
 #include "KelChartUpdateVariableUnits.h"
 
 #include "KelChartAxisContinuous.h"
+#include "KelChartAxisTime.h"
 #include "OrvDiagnostics.h"
 
 #include <algorithm>
@@ -69,7 +70,8 @@ bool applyAxisUnits(KelChartVariable& var, const Pairs& pairs)
     for (size_t c = 0; c < axes.size(); ++c) {
         if (axes[c]) {
             units[c] = axes[c]->unitLabel.get();
-            logarithmic[c] = axes[c]->logarithmic.get();
+            // Instants have no logarithm: a time axis ignores the setting.
+            logarithmic[c] = axes[c]->logarithmic.get() && axes[c]->type() != KelChartAxisTime::typeString;
         }
     }
     var.variableiter.setLogarithmic(logarithmic[0], logarithmic[1], logarithmic[2]);

@@ -7,7 +7,9 @@
 // unit on it; labels set before are cleared first, so the result depends only
 // on the current variables. Each variable's iterator is then asked to deliver
 // its values in its axes' units and logarithmic settings. Discrete axes take
-// no part: their components get an empty unit and no logarithm.
+// no part: their components get an empty unit and no logarithm. Time axes are
+// continuous axes whose units are timestamps ("s since 2012-01-01"); they agree
+// one origin and scale the same way, and never take a logarithm.
 //
 // All the work happens in the constructor; the call hands over the variables
 // whose iterators accepted their units, in order. A refusal is written as a

@@ -40,9 +40,15 @@ void bind(KelProperties& root, DataSet data, QTextStream& err)
         err << "kelchart: note: the chart has no variable \"" << name << "\" for that data series\n";
 }
 
+void assignAll(KelProperties& root, const QStringList& assignments)
+{
+    for (const QString& assignment : assignments)
+        PropertyPath::assign(root, assignment);
+}
+
 void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QTextStream& out)
 {
-    const Pipeline pipeline(chart, pairs, options.tickCount);
+    const Pipeline pipeline(chart, pairs, {options.size, options.tickCount, {}});
     const Renderer renderer(pipeline, options.size);
     if (options.drawImages) {
         renderer.writePng(options.pngPath);
@@ -62,11 +68,14 @@ void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QText
 void run(const Options& options, QTextStream& out, QTextStream& err)
 {
     KelModifiedGroup group;
-    DataSet data = options.csvPath.isEmpty() ? SampleChart::data() : CsvReader::read(options.csvPath);
+    DataSet data = options.csvPath.isEmpty() ? SampleChart::data()
+                                             : CsvReader::read(options.csvPath, options.timeFormat);
     const std::unique_ptr<KelProperties> root = makeChart(options, data, group);
+    // Before binding, so that an axis's time zone places the data's times; after
+    // it, so that what the user set wins over what the data set (category labels).
+    assignAll(*root, options.assignments);
     bind(*root, std::move(data), err);
-    for (const QString& assignment : options.assignments)
-        PropertyPath::assign(*root, assignment);
+    assignAll(*root, options.assignments);
     if (!options.savePath.isEmpty())
         ChartFile::save(*root, options.savePath);
     const AxisPairs pairs = axisPairsOf(*root);

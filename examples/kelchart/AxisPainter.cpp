@@ -86,7 +86,7 @@ void AxisPainter::paintAxis(const AxisResult& axis)
 void AxisPainter::paintTickLabel(const AxisResult& axis, const Tick& tick)
 {
     const QPointF at = m_layout.alongAxis(axis.side, tick.position) + outward(axis.side) * (tickLength + labelGap);
-    m_painter.setFont(pixelFont(11));
+    m_painter.setFont(tickLabelFont());
     switch (axis.side) {
     case AxisSide::Bottom:
         return paintText(QRectF(at.x() - labelSize, at.y(), 2 * labelSize, 14), Qt::AlignHCenter | Qt::AlignTop,
@@ -128,11 +128,15 @@ void AxisPainter::paintCaption(const AxisResult& axis)
         break;
     }
     paintText(box, Qt::AlignCenter, caption(axis), axis);
+    // What the time labels leave out, at the far end of the axis, where a reader looks for it.
+    paintText(box, Qt::AlignRight | Qt::AlignVCenter, axis.offsetText, axis);
     m_painter.restore();
 }
 
 void AxisPainter::paintText(const QRectF& box, int flags, const QString& text, const AxisResult& axis)
 {
+    // Labels wider than their box stay whole; the tick counts keep them apart.
+    flags |= Qt::TextDontClip;
     paintShadowedText(m_painter, box, flags, text, axis.axis->labelColor.get(), axis.axis->labelShadowColor.get());
 }
 

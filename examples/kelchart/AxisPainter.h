@@ -2,7 +2,8 @@
 // Draws an axis from its pipeline result: the axis line along its plot edge,
 // a tick and a label at each of the scale's tick positions, grid lines for the
 // first axis of each direction, and the caption: the axis title, its unit
-// label in brackets, and the scale's factor where it is not 1.
+// label in brackets, and the scale's factor where it is not 1. A time axis's
+// offset text ("2012-03") goes at the far end of the caption row.
 
 #include "ChartLayout.h"
 #include "Pipeline.h"

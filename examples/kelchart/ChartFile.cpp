@@ -4,8 +4,7 @@
 #include "Failure.h"
 #include "Files.h"
 
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
+#include "KelChartAxisKinds.h"
 #include "KelChartAxisPair.h"
 
 #include <QFile>
@@ -167,8 +166,8 @@ KelProperties& Loader::makeAxis(KelChartAxisPair& pair, const QString& name, con
                                 const QString& path)
 {
     const QString prefix = pair.name() + QLatin1Char('.');
-    if (type != KelChartAxisContinuous::typeString && type != KelChartAxisDiscrete::typeString)
-        fail(path, QStringLiteral("an axis pair holds continuous and discrete axes only, not \"%1\"").arg(type));
+    if (!KelChartAxisKinds::isRangedType(type))
+        fail(path, QStringLiteral("an axis pair holds continuous, discrete and time axes only, not \"%1\"").arg(type));
     if (!name.startsWith(prefix) || name.size() == prefix.size())
         fail(path, QStringLiteral("an axis of the pair \"%1\" must be named \"%2<name>\"").arg(pair.name(), prefix));
     if (pair.first() && pair.second())

@@ -7,16 +7,25 @@ namespace kelchart {
 
 namespace {
 
-bool hasAxis(const Pipeline& pipeline, AxisSide side)
+bool hasAxis(const KelChartPipeline& run, AxisSide side)
 {
-    const std::vector<AxisResult>& axes = pipeline.axes();
-    return std::any_of(axes.begin(), axes.end(), [side](const AxisResult& axis) { return axis.side == side; });
+    switch (side) {
+    case AxisSide::Bottom:
+        return run.xScales().first().valid();
+    case AxisSide::Top:
+        return run.xScales().second().valid();
+    case AxisSide::Left:
+        return run.yScales().first().valid();
+    case AxisSide::Right:
+        break;
+    }
+    return run.yScales().second().valid();
 }
 
-std::vector<std::size_t> legendEntriesOf(const Pipeline& pipeline)
+std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run)
 {
     std::vector<std::size_t> entries;
-    const KelChartPerVariableScaling& scaling = pipeline.scaling();
+    const KelChartPerVariableScaling& scaling = run.scaling();
     for (std::size_t i = 0; i < scaling.size(); ++i)
         if (scaling.valid(i) && scaling.variable(i).variable().legend.get())
             entries.push_back(i);
@@ -26,6 +35,11 @@ std::vector<std::size_t> legendEntriesOf(const Pipeline& pipeline)
 } // namespace
 
 ChartLayout::ChartLayout(const Pipeline& pipeline, QSize size)
+    : ChartLayout(pipeline.run(), size)
+{
+}
+
+ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size)
     : m_size(size)
     , m_legendEntries(legendEntriesOf(pipeline))
 {

@@ -26,6 +26,7 @@ public:
     static constexpr int minimumHeight = 180;
 
     ChartLayout(const Pipeline& pipeline, QSize size);
+    ChartLayout(const KelChartPipeline& run, QSize size);
 
     QSize size() const { return m_size; }
     QRectF titleArea() const { return m_title; }

@@ -60,7 +60,13 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("FILE")},
         {QStringLiteral("report"), QStringLiteral("Prints the pipeline's results in full.")},
         {QStringLiteral("size"), QStringLiteral("Image size, default 800x500."), QStringLiteral("WxH")},
-        {QStringLiteral("ticks"), QStringLiteral("Wanted number of tick intervals, default 8."), QStringLiteral("N")},
+        {QStringLiteral("ticks"), QStringLiteral("The most tick intervals an axis asks for; by default each axis "
+                                                 "asks for as many as its labels have room for."),
+         QStringLiteral("N")},
+        {QStringLiteral("time-format"),
+         QStringLiteral("How the x column writes dates and times that are not ISO 8601 or one of the usual "
+                        "forms, as strftime fields, for example \"%d.%m.%Y %H:%M\"."),
+         QStringLiteral("FORMAT")},
         {QStringLiteral("png"), QStringLiteral("PNG file to write, default kelchart.png."), QStringLiteral("FILE")},
         {QStringLiteral("svg"), QStringLiteral("SVG file to write, default kelchart.svg."), QStringLiteral("FILE")},
         {QStringLiteral("no-images"), QStringLiteral("Writes no PNG and no SVG.")},
@@ -97,6 +103,8 @@ Options parseCommandLine(const QStringList& arguments)
         options.size = parseSize(parser.value(QStringLiteral("size")));
     if (parser.isSet(QStringLiteral("ticks")))
         options.tickCount = parseTickCount(parser.value(QStringLiteral("ticks")));
+    if (parser.isSet(QStringLiteral("time-format")))
+        options.timeFormat = parser.value(QStringLiteral("time-format"));
     return options;
 }
 

@@ -20,7 +20,10 @@ struct Options {
     QStringList assignments;
     bool fullReport = false;
     QSize size = QSize(800, 500);
-    unsigned tickCount = 8;
+    // The most tick intervals an axis asks for; the room for its labels decides below that.
+    unsigned tickCount = 100;
+    // The x column's date and time format; empty: the automatic forms.
+    QString timeFormat;
     // Set by --help: the usage text, and nothing else is to be done.
     QString helpText;
 };

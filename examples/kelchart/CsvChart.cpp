@@ -2,6 +2,7 @@
 
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelUnitsConverter.h"
 
 #include <QColor>
@@ -90,7 +91,9 @@ void appendTitle(KelChartAxis& axis, const QString& name)
 void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& title)
 {
     chart.title.set(title);
-    const QString& xType = data.discreteX ? KelChartAxisDiscrete::typeString : KelChartAxisContinuous::typeString;
+    const QString& xType = data.discreteX ? KelChartAxisDiscrete::typeString
+                           : data.timeX   ? KelChartAxisTime::typeString
+                                          : KelChartAxisContinuous::typeString;
     KelChartAxis& x = chart.axisX.createFirst(QStringLiteral("bottom"), xType);
     if (!data.series.empty())
         x.title.set(data.series.front().x.name);

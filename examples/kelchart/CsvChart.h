@@ -1,7 +1,7 @@
 #pragma once
 // Sets a new 2-D chart up for data read from a CSV file:
 //   - the x column's axis is the first of the x pair, "axis.x.bottom":
-//     continuous for numeric x, discrete for text x;
+//     continuous for numeric x, time for dates and times, discrete for text x;
 //   - the series go on the first y axis, "axis.y.left", while their units are
 //     of its first series' dimension; a series of another dimension opens the
 //     second y axis, "axis.y.right", for its dimension. A third dimension stays

@@ -10,6 +10,7 @@
 #include <QTextStream>
 
 #include <limits>
+#include <optional>
 #include <utility>
 
 namespace kelchart {
@@ -59,8 +60,10 @@ bool parseNumber(const QString& cell, float& value)
 // Collects the columns while the lines come in.
 class CsvParser {
 public:
-    explicit CsvParser(const QString& path)
+    CsvParser(const QString& path, const QString& timeFormat)
         : m_path(path)
+        , m_timeText(timeFormat)
+        , m_timeFirst(!timeFormat.isEmpty())
     {
     }
 
@@ -91,9 +94,16 @@ private:
     void switchToCategories();
     DataColumn namedColumn(const QString& field, int position, qint64 lineNumber) const;
 
-    enum class XKind { Unknown, Numeric, Text };
+    bool takeTyped(const QString& cell);
+    bool takeTime(const QString& cell);
+    [[noreturn]] void failX(const QString& cell, qint64 lineNumber) const;
+
+    enum class XKind { Unknown, Numeric, Time, Text };
 
     QString m_path;
+    TimeText m_timeText;
+    bool m_timeFirst;
+    std::vector<ParsedTime> m_times;
     bool m_headerSeen = false;
     DataColumn m_x;
     std::vector<DataColumn> m_columns;
@@ -148,7 +158,7 @@ void CsvParser::takeRow(const QStringList& fields, qint64 lineNumber)
     }
 }
 
-// The first x cell that holds something decides whether x is numeric or text.
+// The first x cell that holds something decides whether x is numeric, time or text.
 void CsvParser::takeX(const QString& cell, qint64 lineNumber)
 {
     if (m_xKind == XKind::Text) {
@@ -156,22 +166,57 @@ void CsvParser::takeX(const QString& cell, qint64 lineNumber)
         m_x.append(static_cast<float>(m_x.size()), false);
         return;
     }
-    float value = notANumber;
     if (isMissing(cell)) {
-        m_x.append(value, true);
-    } else if (parseNumber(cell, value)) {
-        if (m_xKind == XKind::Unknown)
+        m_x.append(notANumber, true);
+        m_times.emplace_back();
+        return;
+    }
+    const XKind before = m_xKind;
+    if (takeTyped(cell)) {
+        if (before == XKind::Unknown)
             m_xKindLine = lineNumber;
-        m_xKind = XKind::Numeric;
-        m_x.append(value, false);
     } else if (m_xKind == XKind::Unknown) {
         switchToCategories();
         takeX(cell, lineNumber);
     } else {
-        fail(lineNumber, QStringLiteral("x value \"%1\" is not a number, though x is numeric from line %2 on")
-                             .arg(cell)
-                             .arg(m_xKindLine));
+        failX(cell, lineNumber);
     }
+}
+
+// A number or a time, as x has been so far; the first one decides. A user's
+// time format is tried before numbers, since it may match digits only.
+bool CsvParser::takeTyped(const QString& cell)
+{
+    const bool timeFirst = m_xKind == XKind::Time || (m_xKind == XKind::Unknown && m_timeFirst);
+    if (timeFirst && takeTime(cell))
+        return true;
+    float value = notANumber;
+    if (m_xKind != XKind::Time && parseNumber(cell, value)) {
+        m_xKind = XKind::Numeric;
+        m_x.append(value, false);
+        return true;
+    }
+    return m_xKind == XKind::Unknown && takeTime(cell);
+}
+
+bool CsvParser::takeTime(const QString& cell)
+{
+    const std::optional<ParsedTime> time = m_timeText.parse(cell);
+    if (!time)
+        return false;
+    m_times.push_back(*time);
+    m_x.append(0.0f, false);
+    m_xKind = XKind::Time;
+    return true;
+}
+
+void CsvParser::failX(const QString& cell, qint64 lineNumber) const
+{
+    const QString kind = m_xKind == XKind::Time ? QStringLiteral("a date or time") : QStringLiteral("a number");
+    const QString since = m_xKind == XKind::Time ? QStringLiteral("dates and times") : QStringLiteral("numeric");
+    fail(lineNumber, QStringLiteral("x value \"%1\" is not %2, though x is %3 from line %4 on")
+                         .arg(cell, kind, since)
+                         .arg(m_xKindLine));
 }
 
 // Rows before the first text x had no x at all: they become empty categories.
@@ -194,6 +239,9 @@ DataSet CsvParser::finish(qint64 lineCount)
     DataSet data;
     data.discreteX = m_xKind == XKind::Text;
     data.categories = std::move(m_categories);
+    data.timeX = m_xKind == XKind::Time;
+    if (data.timeX)
+        data.xTimes = std::move(m_times);
     // Every series gets its own x values, as the iterators take them over; the
     // last one takes the column itself.
     for (std::size_t i = 0; i + 1 < m_columns.size(); ++i)
@@ -204,7 +252,7 @@ DataSet CsvParser::finish(qint64 lineCount)
 
 } // namespace
 
-DataSet CsvReader::read(const QString& path)
+DataSet CsvReader::read(const QString& path, const QString& timeFormat)
 {
     QFile file(path);
     if (QFileInfo(path).isDir())
@@ -215,7 +263,7 @@ DataSet CsvReader::read(const QString& path)
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     in.setCodec("UTF-8"); // Qt 6 streams read UTF-8 unless told otherwise
 #endif
-    CsvParser parser(path);
+    CsvParser parser(path, timeFormat);
     QString line;
     qint64 lineNumber = 0;
     while (in.readLineInto(&line)) {

@@ -2,7 +2,9 @@
 // Hands data to a chart: each series goes to the variable of its name through
 // the variable's iterator, with its units and undefined flags. For a data set
 // with discrete x, the categories become the labels of the discrete axes that
-// those variables use along x.
+// those variables use along x. Times without a zone of their own are read in
+// the time zone of the variable's x axis, and all become seconds since the
+// first row's day ("s since 2012-01-01 00:00:00 UTC").
 
 #include "DataSet.h"
 #include "ElementClasses.h"

@@ -3,6 +3,8 @@
 // iterators: one x and one y column per series, each with its unit and one
 // undefined flag per value. Data are not part of the chart's persisted form.
 
+#include "TimeText.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -36,6 +38,10 @@ struct DataSet {
     // The x values are category indices 0, 1, 2, ... with these labels.
     bool discreteX = false;
     QStringList categories;
+    // The x values are instants, one per row, given here; binding turns them
+    // into numbers in a timestamp unit once the x axis's time zone is known.
+    bool timeX = false;
+    std::vector<ParsedTime> xTimes;
 };
 
 } // namespace kelchart

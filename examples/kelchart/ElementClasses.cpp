@@ -4,6 +4,7 @@
 #include "KelChart3D.h"
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelChartCorrelation.h"
 #include "KelChartLegend.h"
 #include "KelChartMultiAxis.h"
@@ -49,6 +50,7 @@ const std::vector<ElementClass>& table()
         entry<KelChartAxis>(KelChartAxis::typeString),
         entry<KelChartAxisContinuous>(KelChartAxisContinuous::typeString),
         entry<KelChartAxisDiscrete>(KelChartAxisDiscrete::typeString),
+        entry<KelChartAxisTime>(KelChartAxisTime::typeString),
         entry<KelChartAxisPair>(KelChartAxisPair::typeString),
         entry<KelChartVariable>(KelChartVariable::typeString),
         {KelChartVariableList::typeString,

@@ -3,6 +3,10 @@
 // valid axes as the view places them: bottom, top, left, right, each with its
 // ticks. Everything the view draws or reports is read from here.
 //
+// Each axis asks its scale for as many tick intervals as its labels have room
+// for in the image (see TickFit): a first run finds the axes and the layout,
+// a second one, over the first run's caches, computes the ticks that fit.
+//
 // The chart must outlive the pipeline; the pipeline does not follow later
 // changes of the chart (run a new one).
 
@@ -11,7 +15,11 @@
 #include "KelChart.h"
 #include "KelChartPipeline.h"
 
+#include <QSize>
 #include <QString>
+
+#include <functional>
+#include <map>
 
 #include <vector>
 
@@ -36,24 +44,45 @@ struct AxisResult {
     // The axis itself, never null.
     const KelChartAxis* axis;
     bool discrete;
+    // Calendar ticks; `offsetText` is what their labels leave out ("2012-03").
+    bool time;
+    QString offsetText;
     double min;
     double max;
     double factor;
     double baseLine;
     QString unitLabel;
+    // The interval count the axis asked its scale for.
+    unsigned wanted;
     std::vector<Tick> ticks;
 };
+
+// The room an image gives the tick labels.
+struct TickRoom {
+    // A generous width of one character of the tick labels' font: estimated
+    // rather than measured, so that the same input gives the same ticks on
+    // every machine, whatever fonts it has.
+    static constexpr double characterWidth = 7;
+
+    QSize size;
+    // The most intervals any axis asks for.
+    unsigned maxCount = 100;
+    // The drawn width of a tick label; empty: `characterWidth` per character.
+    std::function<double(const QString&)> labelWidth;
+};
+
+using TickCounts = std::map<const KelChartAxis*, unsigned>;
 
 class Pipeline {
 public:
     // `pairs` must be the chart's own (see axisPairsOf).
-    Pipeline(KelChart& chart, const AxisPairs& pairs, unsigned tickCount);
+    Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room);
     Pipeline(const Pipeline&) = delete;
     Pipeline& operator=(const Pipeline&) = delete;
 
     const KelChart& chart() const { return m_chart; }
-    unsigned tickCount() const { return m_tickCount; }
-    const std::vector<const KelChartVariable*>& unitsAccepted() const { return m_run.unitsAccepted(); }
+    const KelChartPipeline& run() const { return m_run; }
+    const std::vector<const KelChartVariable*>& unitsAccepted() const { return m_first.unitsAccepted(); }
     const KelChartVariableListCache& cache() const { return m_run.cache(); }
     const KelChartPerVariableScaling& scaling() const { return m_run.scaling(); }
     const KelChartValidVariableList& validVariables() const { return m_run.validVariables(); }
@@ -66,7 +95,8 @@ private:
     void addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis, AxisSide side);
 
     const KelChart& m_chart;
-    unsigned m_tickCount;
+    KelChartPipeline m_first;
+    TickCounts m_counts;
     KelChartPipeline m_run;
     std::vector<AxisResult> m_axes;
 };

@@ -51,18 +51,19 @@ void writeHeader(QTextStream& out, const Pipeline& pipeline)
         << '\n';
     out << "variables: " << chart.variables.size() << " in the chart, " << pipeline.unitsAccepted().size()
         << " with accepted units, " << pipeline.cache().size() << " cached\n";
-    out << "ticks wanted: " << pipeline.tickCount() << '\n';
 }
 
 void writeAxis(QTextStream& out, const AxisResult& axis)
 {
     out << "axis " << quoted(axis.name) << " at the " << sideName(axis.side) << ", "
-        << (axis.discrete ? "discrete" : "continuous") << '\n';
+        << (axis.discrete ? "discrete" : axis.time ? "time" : "continuous") << '\n';
     out << "  range: " << numberText(axis.min) << " .. " << numberText(axis.max) << '\n';
     out << "  factor: " << numberText(axis.factor) << '\n';
     out << "  base line: " << numberText(axis.baseLine) << '\n';
     out << "  unit label: " << quoted(axis.unitLabel) << '\n';
-    out << "  ticks: " << axis.ticks.size() << '\n';
+    if (axis.time)
+        out << "  offset text: " << quoted(axis.offsetText) << '\n';
+    out << "  ticks: " << axis.ticks.size() << ", " << axis.wanted << " intervals wanted\n";
     for (const Tick& tick : axis.ticks)
         out << "    " << numberText(tick.value) << ' ' << quoted(tick.label) << " at " << numberText(tick.position)
             << '\n';

@@ -19,6 +19,12 @@ inline QFont pixelFont(int pixels, bool bold = false)
     return font;
 }
 
+// The font of tick labels, which the tick counts are fitted to.
+inline QFont tickLabelFont()
+{
+    return pixelFont(11);
+}
+
 inline void paintShadowedText(QPainter& painter, const QRectF& box, int flags, const QString& text,
                               const QColor& colour, const QColor& shadow)
 {

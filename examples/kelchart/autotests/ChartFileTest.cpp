@@ -172,7 +172,7 @@ TEST(ChartFileTest, FaultsNameFileAndNode)
         {node(QStringLiteral("chart.2d"), QStringLiteral("c"), {}, {property(QStringLiteral("draw3d"), "maybe")}),
          "node \"c\": property \"draw3d\": cannot read \"maybe\" as bool"},
         {node(pair, QStringLiteral("p"), {node(QStringLiteral("chart.axis"), QStringLiteral("p.a"))}),
-         "node \"p/p.a\": an axis pair holds continuous and discrete axes only"},
+         "node \"p/p.a\": an axis pair holds continuous, discrete and time axes only"},
         {node(pair, QStringLiteral("p"), {node(continuous, QStringLiteral("left"))}),
          "node \"p/left\": an axis of the pair \"p\" must be named \"p.<name>\""},
         {node(pair, QStringLiteral("p"),

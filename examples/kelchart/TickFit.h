@@ -1,0 +1,42 @@
+#pragma once
+// Chooses how many tick intervals an axis asks its scale for from the room it
+// has: the axis length in pixels and the width of its labels. A request whose
+// labels would touch is lowered until they keep a gap, so no two tick labels
+// are ever drawn over each other, whatever the axis kind or its range.
+
+#include "KelChartAxisScale.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace kelchart {
+
+struct LabelRoom {
+    // Pixels along the axis.
+    double length = 0;
+    // Labels side by side along a horizontal axis, stacked along a vertical one.
+    bool horizontal = true;
+    // The drawn width of a label in pixels.
+    std::function<double(const QString&)> width;
+    double height = 14;
+    // Free pixels between neighbouring labels: enough that a reader sees
+    // separate labels, not one line of text.
+    double gap = 24;
+};
+
+class TickFit {
+public:
+    // A label width of `perCharacter` pixels for every character.
+    static std::function<double(const QString&)> perCharacter(double pixels);
+
+    // Whether the labels of `scale` keep the room's gap between neighbours.
+    static bool fits(const KelChartAxisScale& scale, const LabelRoom& room);
+
+    // The largest interval count up to `maxCount` whose labels fit; 1 when
+    // none does. `scale` itself is left as it is.
+    static unsigned count(const KelChartAxisScale& scale, const LabelRoom& room, unsigned maxCount,
+                          const Orv::Math::NumberFormat& format = {});
+};
+
+} // namespace kelchart
