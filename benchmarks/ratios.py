@@ -111,6 +111,10 @@ def main(path):
                 t.note(f"6 NiceIntervals {what}", None, f"{1e3 / ours:.2f} M calls/s",
                        f"{name}: {1e3 / theirs:.2f} M calls/s", f"{theirs / ours:.2f}x as fast",
                        ">= 1: " + ("met" if theirs >= ours else "NOT met"))
+    continuous, time = t.time("ScaleUpdateContinuous"), t.time("ScaleUpdateTime")
+    if continuous is not None and time is not None:
+        t.note("8 axis scale update, time", None, f"{time / 1e3:.2f} us", f"continuous: {continuous / 1e3:.2f} us",
+               f"{time / continuous:.3f}", "<= 3: " + ("met" if time <= 3 * continuous else "NOT met"))
     for family, what in (("MinXDelta", "7 minXDelta"), ("ListBounds", "7 list bounds, 100 variables")):
         value = t.time(family, SIZES[-1])
         if value is not None:

@@ -49,7 +49,7 @@ void checkPipeline(KelProperties& root)
         return;
     static const kelchart::DataSet sample = kelchart::SampleChart::data();
     kelchart::bindData(chart->variables, pairs, sample);
-    const kelchart::Pipeline pipeline(*chart, pairs, tickCount);
+    const kelchart::Pipeline pipeline(*chart, pairs, {QSize(800, 500), tickCount, {}});
     for (const kelchart::AxisResult& axis : pipeline.axes()) {
         FUZZ_CHECK(axis.min < axis.max);
         for (const kelchart::Tick& tick : axis.ticks)

@@ -1,5 +1,6 @@
 // The chart pipeline from the model to the matrices on arbitrary charts: axes
-// of either kind with any settings, variables with any data and units. Each
+// of any kind (continuous, discrete, time) with any settings, variables with
+// any data and units (timestamps among them). Each
 // run goes through the unit update, the variable and list caches, the axis
 // pair scales, the per-variable scaling and the valid variable list, and asks
 // every question a renderer asks. Properties checked:
@@ -16,6 +17,7 @@
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelChartPipeline.h"
 
 #include "NumberFormat.h"
@@ -36,7 +38,8 @@ constexpr std::size_t maxItemsPerVariable = 1024;
 constexpr int maxLabels = 8;
 constexpr std::size_t maxPattern = 8;
 
-const char* const units[] = {"", "m", "km", "degC", "degF", "K", "Pa", "kPa", "h", "s", "m/s", "1", "no unit"};
+const char* const units[] = {"", "m", "km", "degC", "degF", "K", "Pa", "kPa", "h", "s", "m/s", "1", "no unit",
+                             "s since 2012-01-01 00:00:00 UTC", "days since 1958-03-01"};
 const char* const axisNames[] = {"axis.x.first", "axis.x.second", "axis.y.first", "axis.y.second",
                                  "axis.z.first", "axis.z.second", "nowhere"};
 
@@ -73,17 +76,31 @@ void setUpDiscrete(KelChartAxisDiscrete& axis, FuzzInput& in)
     axis.labels.setLabels(labels);
 }
 
-// Makes none, a continuous or a discrete axis in the pair's first or second slot.
+// A time axis in one of a few zones, with a format now and then; its unit
+// comes from the data (any unit, a timestamp or not).
+void setUpTime(KelChartAxisTime& axis, FuzzInput& in)
+{
+    static const char* const zones[] = {"UTC", "Europe/Berlin", "America/Sao_Paulo", "Australia/Lord_Howe",
+                                        "Asia/Kathmandu", "Nowhere/Special"};
+    axis.timeZone.set(QString::fromLatin1(zones[in.index(6)]));
+    axis.labelFormat.set(in.flag() ? QStringLiteral("%Y-%m-%d %H:%M") : QString());
+}
+
+// Makes none, a continuous, a discrete or a time axis in the pair's first or second slot.
 void setUpAxis(KelChartAxisPair& pair, bool first, FuzzInput& in)
 {
-    const int kind = in.index(3);
+    const int kind = in.index(4);
     if (kind == 0)
         return;
     const QString name = first ? QStringLiteral("first") : QStringLiteral("second");
-    const QString& type = kind == 1 ? KelChartAxisContinuous::typeString : KelChartAxisDiscrete::typeString;
+    const QStringList types = {KelChartAxisContinuous::typeString, KelChartAxisDiscrete::typeString,
+                               KelChartAxisTime::typeString};
+    const QString& type = types[kind - 1];
     KelChartAxis& axis = first ? pair.createFirst(name, type) : pair.createSecond(name, type);
     axis.enabled.set(in.index(8) != 0);
     axis.inverted.set(in.flag());
+    if (auto* time = dynamic_cast<KelChartAxisTime*>(&axis))
+        setUpTime(*time, in);
     if (auto* continuous = dynamic_cast<KelChartAxisContinuous*>(&axis))
         setUpContinuous(*continuous, in);
     else if (auto* discrete = dynamic_cast<KelChartAxisDiscrete*>(&axis))

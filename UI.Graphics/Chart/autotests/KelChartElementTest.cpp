@@ -2,6 +2,7 @@
 #include "KelChart3D.h"
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelChartCorrelation.h"
 #include "KelChartLegend.h"
 #include "KelChartMultiAxis.h"
@@ -167,6 +168,8 @@ INSTANTIATE_TEST_SUITE_P(Classes, KelChartElementTest, ::testing::Values(
     element<KelChartAxisDiscrete>("axis.1", "labels ", {{"autoScale", "true", nullptr}, {"min", "0", "1"},
                                                         {"max", "0", "3"}, {"labelOffset", "0.5", "0.25", "cm"},
                                                         {"stacked", "false", "true"}, {"labels/labels", "", "a, b"}}),
+    element<KelChartAxisTime>("axis.1", "", {{"autoScale", "true", "false"}, {"unitLabel", "", "s since 2012-01-01"},
+                                             {"timeZone", "UTC", "Europe/Berlin"}, {"labelFormat", "", "%Y-%m"}}),
     element<KelChartLegend>("legend.1", "viewport ",
                             {{"enabled", "true", "false"}, {"style", "vertical", "horizontal"},
                              {"border", "#00000000", nullptr}, {"chart", "", "chart.1"},

@@ -42,7 +42,7 @@ protected:
 TEST_F(PipelineTest, AxesComeWithTheirSidesTicksAndLabels)
 {
     bindSample();
-    const Pipeline pipeline(*m_chart, kelchart::axisPairsOf(*m_chart), 8);
+    const Pipeline pipeline(*m_chart, kelchart::axisPairsOf(*m_chart), {QSize(800, 500), 8, {}});
     ASSERT_EQ(pipeline.axes().size(), 4u);
     const AxisResult& periods = axis(pipeline, "axis.x.top");
     EXPECT_EQ(periods.side, AxisSide::Top);
@@ -58,7 +58,7 @@ TEST_F(PipelineTest, AxesComeWithTheirSidesTicksAndLabels)
 
 TEST_F(PipelineTest, ChartWithoutDataHasNoAxesToShow)
 {
-    const Pipeline pipeline(*m_chart, kelchart::axisPairsOf(*m_chart), 8);
+    const Pipeline pipeline(*m_chart, kelchart::axisPairsOf(*m_chart), {QSize(800, 500), 8, {}});
     EXPECT_EQ(pipeline.cache().size(), 0u);
     EXPECT_TRUE(pipeline.axes().empty());
     EXPECT_EQ(pipeline.validVariables().size(), 0u);
