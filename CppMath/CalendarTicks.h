@@ -46,10 +46,11 @@ namespace Orv::Math {
 //     "14:06"), otherwise with everything finer: "2013-01-02 06:00", "Mar 2 06:00",
 //     "Tue 14 06:00:30", "14:06:30.25". The first tick does so for the first field of the
 //     context the offset text leaves out.
-// So each label, read after the offset text and the labels before it, gives back its tick (a
-// repeated wall-clock time: one of its two instants). Years have four digits, so they never read
-// as days. A label format instead writes each tick's wall-clock time through
-// TimeZone::format, and offsetText() is empty.
+// So each label gives back its tick (a date its start, a repeated wall-clock time one of its two
+// instants) when the labels are read in order: the offset text, and then the wall-clock time of
+// the tick before, supply the fields it leaves out. Years have four digits, so they never read as
+// days. A label format instead writes each tick's wall-clock time through TimeZone::format, and
+// offsetText() is empty.
 //
 // Degenerate input gives no ticks: a NaN or infinite bound, start >= end, a range beyond the years
 // 0001..9999, or a span shorter than twice the smallest step.
