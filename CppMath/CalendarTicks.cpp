@@ -155,7 +155,8 @@ double secondsOf(std::int64_t microseconds)
 std::int64_t firstInstantAtOrAfter(double t)
 {
     const double whole = std::floor(t);
-    auto instant = static_cast<std::int64_t>(whole) * Second + static_cast<std::int64_t>(std::ceil((t - whole) * 1e6));
+    auto instant = static_cast<std::int64_t>(whole) * Second
+                   + static_cast<std::int64_t>(std::ceil((t - whole) * 1e6));
     while (secondsOf(instant - 1) >= t)
         --instant;
     while (secondsOf(instant) < t)
@@ -166,7 +167,8 @@ std::int64_t firstInstantAtOrAfter(double t)
 std::int64_t lastInstantAtOrBefore(double t)
 {
     const double whole = std::floor(t);
-    auto instant = static_cast<std::int64_t>(whole) * Second + static_cast<std::int64_t>(std::floor((t - whole) * 1e6));
+    auto instant = static_cast<std::int64_t>(whole) * Second
+                   + static_cast<std::int64_t>(std::floor((t - whole) * 1e6));
     while (secondsOf(instant + 1) <= t)
         ++instant;
     while (secondsOf(instant) > t)
@@ -224,7 +226,7 @@ std::int64_t dayNumberOf(std::int64_t year, unsigned month)
 
 date::year_month_day dateOf(std::int64_t dayNumber)
 {
-    return date::year_month_day(date::sys_days(date::days(dayNumber)));
+    return {date::sys_days(date::days(dayNumber))};
 }
 
 // Calls visit(day number) for the dates from firstDay on that start a step, while it returns true.
@@ -318,6 +320,21 @@ void placeTicks(const Step& step, std::int64_t low, std::int64_t high, const Tim
         placeWithinDays(stepMicroseconds(step), low, high, zone, ticks);
 }
 
+// Places the ticks of the candidate, or of the next smaller one while fewer than two come out;
+// returns the candidate taken, -1 (and no ticks) when none gives two.
+int placeTwoOrMore(int candidate, std::int64_t low, std::int64_t high, const TimeZone& zone, TickList& ticks)
+{
+    if (candidate >= 0)
+        ticks.reserve(static_cast<std::size_t>(secondsOf(high - low) / Candidates[candidate].nominalSeconds) + 3);
+    for (; candidate >= 0; --candidate) {
+        placeTicks(Candidates[candidate].step, low, high, zone, ticks);
+        if (ticks.instants.size() >= 2)
+            return candidate;
+    }
+    ticks.clear();
+    return -1;
+}
+
 // The fields labels are made of, coarse to fine. Time is the hour and minute.
 enum Level : int { YearLevel, MonthLevel, DayLevel, TimeLevel, SecondLevel, SubsecondLevel };
 
@@ -379,8 +396,9 @@ WallFields fieldsOf(std::int64_t wallTime)
 {
     const std::int64_t dayNumber = floorDiv(wallTime, Day);
     const date::year_month_day ymd = dateOf(dayNumber);
-    const auto weekday = static_cast<unsigned>(dayNumber - 7 * floorDiv(dayNumber, 7) + 4) % 7;
-    return {dayNumber, wallTime - dayNumber * Day, int(ymd.year()), unsigned(ymd.month()), unsigned(ymd.day()), weekday};
+    const unsigned weekday = date::weekday(date::sys_days(date::days(dayNumber))).c_encoding();
+    return {dayNumber, wallTime - dayNumber * Day, int(ymd.year()), unsigned(ymd.month()), unsigned(ymd.day()),
+            weekday};
 }
 
 // A number that grows with wall-clock time and changes exactly when the field at `level` does.
@@ -439,7 +457,7 @@ public:
         if (m_size < static_cast<int>(sizeof m_buffer))
             m_buffer[m_size++] = c;
     }
-    std::string str() const { return std::string(m_buffer, static_cast<std::size_t>(m_size)); }
+    std::string str() const { return {m_buffer, static_cast<std::size_t>(m_size)}; }
 
 private:
     char m_buffer[64];
@@ -579,18 +597,10 @@ CalendarTicks::CalendarTicks(double start, double end, int count, const TimeZone
     const std::int64_t low = firstInstantAtOrAfter(start);
     const std::int64_t high = lastInstantAtOrBefore(end);
     TickList ticks{m_instants, m_wallTimes, m_jumps};
-    int candidate = chooseStep(end - start, std::clamp(count, 1, MaxCount));
-    if (candidate >= 0)
-        ticks.reserve(static_cast<std::size_t>((end - start) / Candidates[candidate].nominalSeconds) + 3);
-    for (; candidate >= 0; --candidate) {
-        placeTicks(Candidates[candidate].step, low, high, m_zone, ticks);
-        if (size() >= 2)
-            break;
-    }
-    if (candidate < 0) {
-        ticks.clear();
+    const int candidate = placeTwoOrMore(chooseStep(end - start, std::clamp(count, 1, MaxCount)), low, high,
+                                         m_zone, ticks);
+    if (candidate < 0)
         return;
-    }
     m_step = Candidates[candidate].step;
     if (m_labelFormat.empty()) {
         m_offsetLevel = sharedLevel(m_wallTimes, contextLevel(fineLevel(m_step.unit)));

@@ -30,8 +30,8 @@ namespace Orv::Math {
 //     years: January 1 of years that are multiples of the count. The start of a date is its
 //     midnight, or the instant the clocks were set forward past a midnight that never happened.
 // Only ticks inside [start, end] are kept. All arithmetic is in integer microseconds, so ticks do
-// not drift. The range must lie within the years 0001..9999; there is then either no tick or at
-// least two.
+// not drift. The range must lie within the years 0001..9999 in UTC; there is then either no tick
+// or at least two.
 //
 // Concise labels (when no label format is given) show the finest field of the step: the year
 // "2013", the month "Mar", the day of the month "14" (days and weeks), the time "14:05" (hours and
@@ -73,12 +73,13 @@ public:
 
     int size() const { return static_cast<int>(m_instants.size()); }
     // Tick i, 0 <= i < size(), in seconds since the epoch: the double nearest microseconds(i) / 10^6
-    // or next to it, never outside [start, end], and ascending with i.
+    // or next to it, never outside [start, end], and never falling as i grows.
     double value(int i) const;
     // Tick i exactly, in microseconds since the epoch.
     std::int64_t microseconds(int i) const { return m_instants[static_cast<std::size_t>(i)]; }
     std::string label(int i) const;
     const std::string& offsetText() const { return m_offsetText; }
+    // The step taken; {Second, 1} when there are no ticks.
     Step step() const { return m_step; }
 
 private:

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cmath>
@@ -47,11 +48,7 @@ const LabelCase labelCases[] = {
     // +5:45: on the hour on the local clock, a quarter past in UTC.
     {"Asia/Kathmandu", at(2020, 6, 1), at(2020, 6, 1, 6), 6, "2020-06-01",
      {"06:00", "07:00", "08:00", "09:00", "10:00", "11:00"}, every(at(2020, 6, 1, 0, 15), Hour, 6)},
-    // A 30-minute shift forward at 02:00 and back at 02:00 (to 01:30).
-    {"Australia/Lord_Howe", at(2020, 10, 3, 13), at(2020, 10, 3, 19), 6, "2020-10-04",
-     {"00:00", "01:00", "03:00", "04:00", "05:00", "06:00"},
-     {at(2020, 10, 3, 13, 30), at(2020, 10, 3, 14, 30), at(2020, 10, 3, 16), at(2020, 10, 3, 17),
-      at(2020, 10, 3, 18), at(2020, 10, 3, 19)}},
+    // Set back by 30 minutes, from 02:00 to 01:30.
     {"Australia/Lord_Howe", at(2021, 4, 3, 14), at(2021, 4, 3, 16), 4, "2021-04-04",
      {"01:00", "01:30", "01:30", "02:00", "02:30"}, every(at(2021, 4, 3, 14), 30 * Minute, 5)},
     // No midnight on November 4: that day starts at the transition, 01:00 on the clock.
@@ -69,7 +66,8 @@ const LabelCase labelCases[] = {
     {"Europe/Berlin", at(2011, 11, 15), at(2012, 6, 20), 6, "", {"2011-12", "2012", "Feb", "Mar", "Apr", "May", "Jun"},
      {at(2011, 11, 30, 23), at(2011, 12, 31, 23), at(2012, 1, 31, 23), at(2012, 2, 29, 23), at(2012, 3, 31, 22),
       at(2012, 4, 30, 22), at(2012, 5, 31, 22)}},
-    {"UTC", at(2012, 12, 31, 18), at(2013, 1, 1, 6), 4, "", {"2012-12-31 18:00", "21:00", "2013", "03:00", "06:00"}, {}},
+    {"UTC", at(2012, 12, 31, 18), at(2013, 1, 1, 6), 4, "",
+     {"2012-12-31 18:00", "21:00", "2013", "03:00", "06:00"}, {}},
     // Seconds show their minute themselves, so the offset text stops at the date.
     {"UTC", at(2012, 3, 14, 14, 5, 10), at(2012, 3, 14, 14, 5, 40), 3, "2012-03-14",
      {"14:05:10", "14:05:20", "14:05:30", "14:05:40"}, {}},
@@ -117,7 +115,8 @@ TEST(CalendarTicks, LabelFormatWritesEachTickAlone)
 
 TEST(CalendarTicks, DegenerateInputGivesNoTicks)
 {
-    const double nan = std::nan(""), inf = HUGE_VAL, year1 = seconds(at(1, 1, 1)), year10000 = seconds(at(10000, 1, 1));
+    const double nan = std::nan(""), inf = HUGE_VAL;
+    const double year1 = seconds(at(1, 1, 1)), year10000 = seconds(at(10000, 1, 1));
     const std::pair<double, double> ranges[] = {{0, 0},          {1, 0},         {nan, 1},    {0, nan},
                                                 {0, inf},        {-inf, 0},      {0, 1.5e-6}, {year1 - 1, year1 + 1e6},
                                                 {year10000 - 1e6, year10000 + 1}};
@@ -156,50 +155,16 @@ struct Shown {
     int weekday = -1;
 };
 
-const char* const monthNames[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-const char* const weekdayNames[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+const std::string_view monthNames[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+const std::string_view weekdayNames[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 
-class Scanner {
-public:
-    explicit Scanner(std::string_view text)
-        : m_text(text)
-    {
-    }
-    bool done() const { return m_pos == m_text.size(); }
-    bool literal(char c) { return m_pos < m_text.size() && m_text[m_pos] == c && ++m_pos; }
-    bool number(int minDigits, int maxDigits, std::int64_t& value)
-    {
-        int digits = 0;
-        for (value = 0; digits < maxDigits && m_pos < m_text.size() && std::isdigit(static_cast<unsigned char>(m_text[m_pos])); ++digits)
-            value = value * 10 + (m_text[m_pos++] - '0');
-        return digits >= minDigits;
-    }
-    template <std::size_t N>
-    bool name(const char* const (&names)[N], int& index)
-    {
-        for (index = 0; index < static_cast<int>(N); ++index) {
-            if (m_text.substr(m_pos, 3) == names[index]) {
-                m_pos += 3;
-                return true;
-            }
-        }
-        return false;
-    }
-    // Decimals after a point, as microseconds.
-    bool fraction(std::int64_t& microseconds)
-    {
-        const std::size_t first = m_pos;
-        if (!number(1, 6, microseconds))
-            return false;
-        for (std::size_t digits = m_pos - first; digits < 6; ++digits)
-            microseconds *= 10;
-        return true;
-    }
-
-private:
-    std::string_view m_text;
-    std::size_t m_pos = 0;
-};
+template <std::size_t N>
+int indexOf(const std::string_view (&names)[N], std::string_view word)
+{
+    const auto found = std::find(std::begin(names), std::end(names), word);
+    return found == std::end(names) ? -1 : static_cast<int>(found - std::begin(names));
+}
 
 void set(Shown& shown, int field, std::int64_t value)
 {
@@ -208,103 +173,51 @@ void set(Shown& shown, int field, std::int64_t value)
     shown.bottom = std::max(shown.bottom, field);
 }
 
-// "hh:mm", "hh:mm:ss" or "hh:mm:ss.f...".
-bool readTime(Scanner& s, Shown& shown)
-{
-    std::int64_t hour, minute, second, microseconds;
-    if (!(s.number(2, 2, hour) && s.literal(':') && s.number(2, 2, minute)))
-        return false;
-    set(shown, MinuteField, hour * 60 + minute);
-    if (!s.literal(':'))
-        return true;
-    if (!s.number(2, 2, second))
-        return false;
-    set(shown, SecondField, second);
-    if (s.literal('.')) {
-        if (!s.fraction(microseconds))
-            return false;
-        set(shown, MicrosecondField, microseconds);
-    }
-    return true;
-}
-
-bool readOptionalTime(Scanner& s, Shown& shown)
-{
-    return s.done() || (s.literal(' ') && readTime(s, shown));
-}
-
-// "2013", "2013-03", "2013-03-14" with an optional time.
-bool readIso(Scanner& s, Shown& shown)
-{
-    std::int64_t year, month, day;
-    if (!s.number(4, 4, year))
-        return false;
-    set(shown, YearField, year);
-    if (s.done())
-        return true;
-    if (!(s.literal('-') && s.number(2, 2, month)))
-        return false;
-    set(shown, MonthField, month);
-    if (s.done())
-        return true;
-    if (!(s.literal('-') && s.number(2, 2, day)))
-        return false;
-    set(shown, DayField, day);
-    return readOptionalTime(s, shown);
-}
-
-// "Mar", "Mar 2" or "Tue 14", with an optional time.
-bool readNamed(Scanner& s, Shown& shown)
-{
-    int index;
-    std::int64_t day;
-    if (s.name(monthNames, index)) {
-        set(shown, MonthField, index + 1);
-        if (s.done())
-            return true;
-    } else if (s.name(weekdayNames, index)) {
-        shown.weekday = index;
-    } else {
-        return false;
-    }
-    if (!(s.literal(' ') && s.number(1, 2, day)))
-        return false;
-    set(shown, DayField, day);
-    return readOptionalTime(s, shown);
-}
-
-// "30.25" (seconds), "14" (day) or a time.
-bool readFine(Scanner& s, Shown& shown)
-{
-    std::int64_t number, microseconds;
-    Scanner time = s;
-    if (readTime(time, shown) && time.done()) {
-        s = time;
-        return true;
-    }
-    shown = Shown();
-    if (!s.number(1, 2, number))
-        return false;
-    if (!s.literal('.')) {
-        set(shown, DayField, number);
-        return true;
-    }
-    set(shown, SecondField, number);
-    if (!s.fraction(microseconds))
-        return false;
-    set(shown, MicrosecondField, microseconds);
-    return true;
-}
-
+// Reads the fields of a label by their look, left to right: a name is a month or a weekday, four
+// digits a year, "-nn" the month and then the day, "nn:" an hour, ":nn" its minute and then the
+// seconds, "nn." seconds, ".n" their decimals, any other number a day.
 std::optional<Shown> readLabel(std::string_view text)
 {
-    for (const auto reader : {readIso, readNamed, readFine}) {
-        Shown shown;
-        Scanner s(text);
-        if (reader(s, shown) && s.done() && shown.bottom >= 0)
-            return shown;
+    Shown shown;
+    std::int64_t hour = -1;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char separator = pos == 0 ? ' ' : text[pos++];
+        if (std::string_view(" -:.").find(separator) == std::string_view::npos)
+            return std::nullopt;
+        const int month = indexOf(monthNames, text.substr(pos, 3));
+        const int weekday = indexOf(weekdayNames, text.substr(pos, 3));
+        if (separator == ' ' && (month >= 0 || weekday >= 0)) {
+            if (month >= 0)
+                set(shown, MonthField, month + 1);
+            else
+                shown.weekday = weekday;
+            pos += 3;
+            continue;
+        }
+        const std::size_t first = pos;
+        std::int64_t value = 0;
+        while (pos < text.size() && std::isdigit(static_cast<unsigned char>(text[pos])))
+            value = value * 10 + (text[pos++] - '0');
+        const std::size_t digits = pos - first;
+        const char next = pos < text.size() ? text[pos] : '\0';
+        if (digits == 0 || digits > 6)
+            return std::nullopt;
+        if (separator == '.') {
+            for (std::size_t d = digits; d < 6; ++d)
+                value *= 10;
+            set(shown, MicrosecondField, value);
+        } else if (separator == ':') {
+            set(shown, hour >= 0 ? MinuteField : SecondField, hour >= 0 ? hour * 60 + value : value);
+            hour = -1;
+        } else if (next == ':') {
+            hour = value;
+        } else if (digits == 4 || separator == '-') {
+            set(shown, digits == 4 ? YearField : shown.bottom == YearField ? MonthField : DayField, value);
+        } else {
+            set(shown, next == '.' ? SecondField : DayField, value);
+        }
     }
-    return std::nullopt;
+    return shown.bottom >= 0 && hour < 0 ? std::optional<Shown>(shown) : std::nullopt;
 }
 
 std::int64_t wallTimeOf(const Fields& f)
@@ -374,24 +287,41 @@ private:
 
 // ---- Where ticks belong, from the zone's conversions alone ----
 
-std::int64_t stepMicroseconds(CalendarTicks::Step step)
+std::int64_t offsetAt(const TimeZone& zone, std::int64_t instant)
 {
-    return static_cast<std::int64_t>(std::llround(step.nominalSeconds() * 1e6));
+    return zone.toLocal(instant) - instant;
 }
 
-// The next sub-day tick after `tick`, assuming at most one change of offset within a step.
+// The sub-day tick after `tick`: a step later while the offset holds, else the first wall-clock
+// multiple after the change, which is found by bisection (one change within a step at most).
 std::int64_t nextWithinDays(const TimeZone& zone, std::int64_t tick, std::int64_t step)
 {
-    const auto offset = [&zone](std::int64_t t) { return zone.toLocal(t) - t; };
-    if (offset(tick + step) == offset(tick))
+    const std::int64_t offset = offsetAt(zone, tick);
+    if (offsetAt(zone, tick + step) == offset)
         return tick + step;
     std::int64_t before = tick, change = tick + step;
     while (change - before > 1) {
         const std::int64_t middle = before + (change - before) / 2;
-        (offset(middle) == offset(tick) ? before : change) = middle;
+        (offsetAt(zone, middle) == offset ? before : change) = middle;
     }
-    const std::int64_t wall = change + offset(change);
-    return wall - floorDiv(wall, step) * step == 0 ? change : change + step - (wall - floorDiv(wall, step) * step);
+    return change + floorMod(-zone.toLocal(change), step);
+}
+
+std::string checkWithinDays(const CalendarTicks& ticks, const TimeZone& zone, double start, double end)
+{
+    const auto step = static_cast<std::int64_t>(std::llround(ticks.step().nominalSeconds() * 1e6));
+    const int last = ticks.size() - 1;
+    for (int i = 0; i <= last; ++i) {
+        if (floorMod(zone.toLocal(ticks.microseconds(i)), step) != 0)
+            return "tick " + std::to_string(i) + " off the wall-clock multiples";
+        if (i < last && nextWithinDays(zone, ticks.microseconds(i), step) != ticks.microseconds(i + 1))
+            return "tick " + std::to_string(i + 1) + " is not the next wall-clock multiple";
+    }
+    const std::int64_t before = ticks.microseconds(0) - step;
+    const bool sameOffset = offsetAt(zone, before) == offsetAt(zone, ticks.microseconds(0));
+    if ((sameOffset && seconds(before) >= start) || seconds(nextWithinDays(zone, ticks.microseconds(last), step)) <= end)
+        return "a tick is missing at an end";
+    return "";
 }
 
 // A date tick's place in its unit's own count (day number, month index or year), if it starts a
@@ -402,66 +332,62 @@ std::optional<std::int64_t> datePlace(const TimeZone& zone, std::int64_t tick, C
     if (zone.toUtc(days * Day) != tick)
         return std::nullopt;
     const Date date = civilFromDays(days);
-    const std::int64_t place = step.unit == Unit::Year ? date.year
-                               : step.unit == Unit::Month ? date.year * 12 + date.month - 1
-                                                          : days;
-    const bool startsStep = step.unit == Unit::Week ? weekday(days) == 1
-                            : step.unit == Unit::Day ? true
-                                                     : date.day == 1 && (step.unit == Unit::Month || date.month == 1);
-    if (!startsStep || (step.unit != Unit::Week && place - floorDiv(place, step.count) * step.count != 0))
-        return std::nullopt;
-    return place;
+    switch (step.unit) {
+    case Unit::Week:
+        return weekday(days) == 1 ? std::optional(days) : std::nullopt;
+    case Unit::Day:
+        return floorMod(days, step.count) == 0 ? std::optional(days) : std::nullopt;
+    case Unit::Month:
+        return date.day == 1 && floorMod(date.year * 12 + date.month - 1, step.count) == 0
+                   ? std::optional(date.year * 12 + date.month - 1)
+                   : std::nullopt;
+    default:
+        return date.day == 1 && date.month == 1 && floorMod(date.year, step.count) == 0 ? std::optional(date.year)
+                                                                                         : std::nullopt;
+    }
 }
 
 std::int64_t dateStart(const TimeZone& zone, std::int64_t place, Unit unit)
 {
-    const std::int64_t wall = unit == Unit::Year    ? at(place, 1, 1)
-                              : unit == Unit::Month ? at(floorDiv(place, 12), int(place - 12 * floorDiv(place, 12)) + 1, 1)
-                                                    : place * Day;
-    return zone.toUtc(wall);
+    if (unit == Unit::Year)
+        return zone.toUtc(at(place, 1, 1));
+    if (unit == Unit::Month)
+        return zone.toUtc(at(floorDiv(place, 12), int(floorMod(place, 12)) + 1, 1));
+    return zone.toUtc(place * Day);
 }
 
-// Whether every tick is a step boundary, one step after the one before, with none missing at the
-// ends. Dates are compared by their place in the calendar, sub-day ticks by the zone's offsets.
-std::string checkPlacement(const CalendarTicks& ticks, const TimeZone& zone, double start, double end)
+std::string checkDates(const CalendarTicks& ticks, const TimeZone& zone, double start, double end)
 {
     const auto step = ticks.step();
-    const int last = ticks.size() - 1;
-    if (step.unit < Unit::Day) {
-        const std::int64_t length = stepMicroseconds(step);
-        for (int i = 0; i <= last; ++i) {
-            if (floorDiv(zone.toLocal(ticks.microseconds(i)), length) * length != zone.toLocal(ticks.microseconds(i)))
-                return "tick " + std::to_string(i) + " off the wall-clock multiples";
-            if (i < last && nextWithinDays(zone, ticks.microseconds(i), length) != ticks.microseconds(i + 1))
-                return "tick " + std::to_string(i + 1) + " is not the next wall-clock multiple";
-        }
-        const std::int64_t before = ticks.microseconds(0) - length;
-        const bool sameOffset = zone.toLocal(before) - before == zone.toLocal(ticks.microseconds(0)) - ticks.microseconds(0);
-        if ((sameOffset && seconds(before) >= start) || seconds(nextWithinDays(zone, ticks.microseconds(last), length)) <= end)
-            return "a tick is missing at an end";
-        return "";
-    }
     const std::int64_t stride = step.unit == Unit::Week ? 7 : step.count;
-    std::optional<std::int64_t> previous;
-    for (int i = 0; i <= last; ++i) {
+    std::optional<std::int64_t> first, previous;
+    for (int i = 0; i < ticks.size(); ++i) {
         const auto place = datePlace(zone, ticks.microseconds(i), step);
         if (!place)
             return "tick " + std::to_string(i) + " does not start a step";
         if (previous && *place - *previous != stride)
             return "tick " + std::to_string(i) + " is not one step after the one before";
         previous = place;
+        first = first ? first : place;
     }
-    const auto first = datePlace(zone, ticks.microseconds(0), step);
     if (seconds(dateStart(zone, *first - stride, step.unit)) >= start
         || seconds(dateStart(zone, *previous + stride, step.unit)) <= end)
         return "a tick is missing at an end";
     return "";
 }
 
+// Every tick is a step boundary, one step after the one before, with none missing at the ends.
+std::string checkPlacement(const CalendarTicks& ticks, const TimeZone& zone, double start, double end)
+{
+    return ticks.step().unit < Unit::Day ? checkWithinDays(ticks, zone, start, end)
+                                         : checkDates(ticks, zone, start, end);
+}
+
 std::string checkOrder(const CalendarTicks& ticks, double start, double end)
 {
     for (int i = 0; i < ticks.size(); ++i) {
-        if (ticks.value(i) < start || ticks.value(i) > end || std::fabs(ticks.value(i) - seconds(ticks.microseconds(i))) > 1e-5)
+        const double value = ticks.value(i);
+        if (value < start || value > end || std::fabs(value - seconds(ticks.microseconds(i))) > 1e-5)
             return "tick " + std::to_string(i) + " outside the range or off its instant";
         if (i > 0 && ticks.microseconds(i) <= ticks.microseconds(i - 1))
             return "tick " + std::to_string(i) + " not ascending";
@@ -497,8 +423,9 @@ std::string checkPanning(const CalendarTicks& ticks, const TimeZone& zone, doubl
     if (panned.step().unit != ticks.step().unit || panned.step().count != ticks.step().count) {
         // Only where the clock jumps can ticks fall too far apart for two in the range, which
         // calls for a smaller step.
-        const auto offsetAt = [&zone](double t) { return zone.toLocal(std::llround(t * 1e6)) - std::llround(t * 1e6); };
-        const bool jump = offsetAt(std::min(start, start + pan)) != offsetAt(std::max(end, end + pan));
+        const std::int64_t from = std::llround(std::min(start, start + pan) * 1e6);
+        const std::int64_t to = std::llround(std::max(end, end + pan) * 1e6);
+        const bool jump = offsetAt(zone, from) != offsetAt(zone, to);
         return jump ? "" : "panning changed the step";
     }
     if (ticksWithin(ticks, start + pan, end + pan) != ticksWithin(panned, start, end))
@@ -506,31 +433,21 @@ std::string checkPanning(const CalendarTicks& ticks, const TimeZone& zone, doubl
     return "";
 }
 
-// Counts failures by kind and keeps the first few messages.
-class Failures {
-public:
-    void add(const std::string& kind, const std::string& message)
-    {
-        ++m_counts[kind];
-        if (m_messages.size() < 10)
-            m_messages.push_back(message);
-    }
-    int cases() const { return m_cases; }
-    void endCase(bool failed) { m_cases += failed; }
+// Failures counted by kind, with the first few messages.
+struct Failures {
+    std::map<std::string, int> counts;
+    std::vector<std::string> messages;
+    int cases = 0;
+
     std::string report() const
     {
         std::ostringstream text;
-        for (const auto& [kind, count] : m_counts)
+        for (const auto& [kind, count] : counts)
             text << count << " × " << kind << "\n";
-        for (const std::string& message : m_messages)
+        for (const std::string& message : messages)
             text << message << "\n";
         return text.str();
     }
-
-private:
-    std::map<std::string, int> m_counts;
-    std::vector<std::string> m_messages;
-    int m_cases = 0;
 };
 
 struct SweepCase {
@@ -555,7 +472,8 @@ std::vector<SweepCase> sweepCases(const TimeZone (&zones)[5], int uniformCases, 
     for (int n = 0; n < uniformCases + straddlingCases; ++n) {
         SweepCase c{&zones[zoneOf(random)], startOf(random), 0.0, countOf(random), fraction(random)};
         const double span = std::exp(logSpan(random));
-        const double beforeChange = seconds(c.zone->period(std::llround(c.start * 1e6)).end) - span * std::fabs(c.panFraction);
+        const std::int64_t change = c.zone->period(std::llround(c.start * 1e6)).end;
+        const double beforeChange = seconds(change) - span * std::fabs(c.panFraction);
         if (n >= uniformCases && beforeChange >= seconds(at(1700, 1, 1)) && beforeChange < seconds(at(2300, 1, 1)))
             c.start = beforeChange;
         c.end = c.start + span;
@@ -573,16 +491,18 @@ TEST(CalendarTicks, SweepKeepsEveryGuarantee)
     constexpr int MaxFailedCases = 20;
     Failures failures;
     for (const SweepCase& c : sweepCases(zones, 20000, 5000)) {
-        std::ostringstream name;
-        name.precision(17);
-        name << c.zone->name() << " " << c.start << " " << c.end << " count " << c.count << ": ";
         const CalendarTicks ticks(c.start, c.end, c.count, *c.zone);
         bool failed = false;
         const auto record = [&](const std::string& kind, const std::string& error) {
-            if (!error.empty()) {
-                failures.add(kind, name.str() + error);
-                failed = true;
-            }
+            if (error.empty())
+                return;
+            ++failures.counts[kind];
+            std::ostringstream message;
+            message.precision(17);
+            message << c.zone->name() << " " << c.start << " " << c.end << " count " << c.count << ": " << error;
+            if (failures.messages.size() < 10)
+                failures.messages.push_back(message.str());
+            failed = true;
         };
         if (ticks.size() < 2) {
             record("fewer than two ticks", std::to_string(ticks.size()));
@@ -593,9 +513,8 @@ TEST(CalendarTicks, SweepKeepsEveryGuarantee)
             record("labels", checkLabels(ticks, *c.zone));
             record("panning", checkPanning(ticks, *c.zone, c.start, c.end, c.count, pan));
         }
-        failures.endCase(failed);
-        if (failures.cases() == MaxFailedCases)
+        if (failed && ++failures.cases == MaxFailedCases)
             break;
     }
-    EXPECT_EQ(failures.cases(), 0) << failures.report();
+    EXPECT_EQ(failures.cases, 0) << failures.report();
 }

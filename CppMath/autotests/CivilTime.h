@@ -21,6 +21,11 @@ constexpr std::int64_t floorDiv(std::int64_t a, std::int64_t b)
     return a / b - (a % b < 0 ? 1 : 0);
 }
 
+constexpr std::int64_t floorMod(std::int64_t a, std::int64_t b)
+{
+    return a - floorDiv(a, b) * b;
+}
+
 // Days since 1970-01-01, counted in 400-year eras that start on March 1.
 constexpr std::int64_t daysFromCivil(std::int64_t year, int month, int day)
 {
@@ -47,7 +52,7 @@ constexpr Date civilFromDays(std::int64_t days)
 // 0 for Sunday; 1970-01-01 was a Thursday.
 constexpr int weekday(std::int64_t days)
 {
-    return static_cast<int>(days - 7 * floorDiv(days + 4, 7) + 4);
+    return static_cast<int>(floorMod(days + 4, 7));
 }
 
 // Microseconds since 1970-01-01 00:00 of a date and time.
