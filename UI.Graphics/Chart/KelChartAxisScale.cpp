@@ -223,15 +223,18 @@ void KelChartAxisScale::updateTime(const KelChartAxisTime& axis, unsigned int ti
     double hi = 0.0;
     if (!continuousRange(axis, lo, hi))
         return;
-    const Orv::Math::TimeZone zone = timeZoneOf(axis);
     const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
-    const Orv::Math::CalendarTicks ticks(epoch.toEpoch(lo), epoch.toEpoch(hi), count, zone,
+    const Orv::Math::CalendarTicks ticks(epoch.toEpoch(lo), epoch.toEpoch(hi), count, timeZoneOf(axis),
                                          axis.labelFormat.get().toStdString());
+    // Beyond the calendar (years 1 to 9999, spans of microseconds) numbers are all there is to show.
+    if (ticks.size() < 2 || !std::isfinite(lo) || !std::isfinite(hi)) {
+        updateContinuous(axis, tickCount, format);
+        return;
+    }
     m_min = lo;
     m_max = hi;
     m_valid = m_max > m_min;
-    if (m_valid)
-        takeCalendarTicks(ticks, epoch);
+    takeCalendarTicks(ticks, epoch);
 }
 
 void KelChartAxisScale::takeCalendarTicks(const Orv::Math::CalendarTicks& ticks, const KelChartEpochConversion& epoch)

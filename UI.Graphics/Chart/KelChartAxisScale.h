@@ -37,7 +37,9 @@
 // 14") and `offsetText()` holds what all ticks share ("2012-03"), to be shown
 // once beside the axis. The ticks are those inside the range; the range is not
 // rounded outward. An axis whose unit is not a timestamp unit gets numeric
-// ticks, with a warning.
+// ticks, with a warning; so does, without one, a range the calendar cannot
+// tick (outside the years 1 to 9999, or too short for two ticks a microsecond
+// apart).
 //
 // Entries are read by index below `size()`; an index past the stored entries
 // answers 0 and an empty text, so a loop up to `size()` is safe, and

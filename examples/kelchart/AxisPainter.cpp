@@ -78,7 +78,8 @@ void AxisPainter::paintAxis(const AxisResult& axis)
         const QPointF at = m_layout.alongAxis(axis.side, tick.position);
         m_painter.setPen(QPen(tickColour, 1.0));
         m_painter.drawLine(at, at + outward(axis.side) * tickLength);
-        paintTickLabel(axis, tick);
+        if (tick.labelled)
+            paintTickLabel(axis, tick);
     }
     paintCaption(axis);
 }

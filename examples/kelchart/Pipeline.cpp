@@ -17,37 +17,46 @@ namespace {
 // The first run's request, before the layout is known.
 constexpr unsigned firstCount = 8;
 
+// Free pixels between tick labels, and the least distance between ticks along
+// and across, which keep an axis from looking crowded.
+constexpr double labelGap = 24;
+constexpr double horizontalDistance = 56;
+constexpr double verticalDistance = 30;
+
 // The interval count each valid axis of the first run has room for.
-TickCounts fittedCounts(const KelChartPipeline& first, const AxisPairs& pairs, const TickRoom& room)
+AxisFits fitAxes(const KelChartPipeline& first, const AxisPairs& pairs, const TickRoom& room)
 {
     const ChartLayout layout(first, room.size);
-    LabelRoom labels;
-    labels.width = room.labelWidth ? room.labelWidth : TickFit::perCharacter(TickRoom::characterWidth);
-    TickCounts counts;
+    AxisFits fits;
     const auto fit = [&](const KelChartAxisScale& scale, const KelChartAxis* axis, AxisSide side) {
         if (!scale.valid() || axis == nullptr)
             return;
+        LabelRoom labels;
+        labels.width = room.labelWidth ? room.labelWidth : TickFit::perCharacter(TickRoom::characterWidth);
         labels.horizontal = side == AxisSide::Bottom || side == AxisSide::Top;
         labels.length = labels.horizontal ? layout.plot().width() : layout.plot().height();
-        counts[axis] = TickFit::count(scale, labels, room.maxCount);
+        labels.gap = labelGap;
+        labels.minDistance = labels.horizontal ? horizontalDistance : verticalDistance;
+        fits[axis] = {TickFit::count(scale, labels, room.maxCount), labels};
     };
     fit(first.xScales().first(), pairs.x->first(), AxisSide::Bottom);
     fit(first.xScales().second(), pairs.x->second(), AxisSide::Top);
     fit(first.yScales().first(), pairs.y->first(), AxisSide::Left);
     fit(first.yScales().second(), pairs.y->second(), AxisSide::Right);
-    return counts;
+    return fits;
 }
 
-unsigned countOf(const TickCounts& counts, const KelChartAxis* axis)
+const AxisFit* fitOf(const AxisFits& fits, const KelChartAxis* axis)
 {
-    const auto found = counts.find(axis);
-    return found == counts.end() ? firstCount : found->second;
+    const auto found = fits.find(axis);
+    return found == fits.end() ? nullptr : &found->second;
 }
 
-KelChartPipeline::Settings settingsFor(const TickCounts& counts)
+KelChartPipeline::Settings settingsFor(const AxisFits& fits)
 {
-    const auto request = [&counts](const KelChartAxis& axis) {
-        return KelChartPipeline::TickRequest{countOf(counts, &axis), {}};
+    const auto request = [&fits](const KelChartAxis& axis) {
+        const AxisFit* fit = fitOf(fits, &axis);
+        return KelChartPipeline::TickRequest{fit ? fit->count : firstCount, {}};
     };
     return {request, false, QStringList()};
 }
@@ -58,8 +67,8 @@ Pipeline::Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room
     : m_chart(chart)
     , m_first(chart.unitSystem, *pairs.x, *pairs.y, *pairs.z, chart.variables,
               {KelChartPipeline::everyAxis(firstCount), false, QStringList()})
-    , m_counts(fittedCounts(m_first, pairs, room))
-    , m_run(*pairs.x, *pairs.y, *pairs.z, m_first.cache(), settingsFor(m_counts))
+    , m_fits(fitAxes(m_first, pairs, room))
+    , m_run(*pairs.x, *pairs.y, *pairs.z, m_first.cache(), settingsFor(m_fits))
 {
     addAxis(m_run.xScales().first(), pairs.x->first(), AxisSide::Bottom);
     addAxis(m_run.xScales().second(), pairs.x->second(), AxisSide::Top);
@@ -74,15 +83,18 @@ void Pipeline::addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis,
     const bool time = axis->type() == KelChartAxisTime::typeString;
     AxisResult result{scale.axisName(), side,           axis,           scale.discrete(), time, scale.offsetText(),
                       scale.min(),      scale.max(),    scale.factor(), scale.baseLine(), QString(),
-                      countOf(m_counts, axis), {}};
+                      0,                {}};
     // A time axis's unit only says where its numbers start; its labels are dates.
     if (const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(axis); continuous && !time)
         result.unitLabel = continuous->unitLabel.get();
     // A discrete scale may have more slots than it stores entries.
     const unsigned ticks = std::min(scale.size(), scale.entryCount());
+    const AxisFit* fit = fitOf(m_fits, axis);
+    const unsigned stride = fit && !scale.discrete() ? TickFit::stride(scale, fit->room) : 1;
+    result.wanted = fit ? fit->count : firstCount;
     result.ticks.reserve(ticks);
     for (unsigned i = 0; i < ticks; ++i)
-        result.ticks.push_back({scale.value(i), scale.label(i), scale.percentage(i)});
+        result.ticks.push_back({scale.value(i), scale.label(i), scale.percentage(i), i % stride == 0});
     m_axes.push_back(std::move(result));
 }
 

@@ -14,6 +14,7 @@
 
 #include "KelChart.h"
 #include "KelChartPipeline.h"
+#include "TickFit.h"
 
 #include <QSize>
 #include <QString>
@@ -34,6 +35,8 @@ struct Tick {
     QString label;
     // Relative position along the axis, 0 at its start, 1 at its end.
     double position;
+    // Whether the view draws the label: where labels would overlap, only every k-th is.
+    bool labelled = true;
 };
 
 // A valid axis scale as the pipeline computed it, with the axis settings a
@@ -71,7 +74,12 @@ struct TickRoom {
     std::function<double(const QString&)> labelWidth;
 };
 
-using TickCounts = std::map<const KelChartAxis*, unsigned>;
+// Each axis's interval count and the room its labels have.
+struct AxisFit {
+    unsigned count;
+    LabelRoom room;
+};
+using AxisFits = std::map<const KelChartAxis*, AxisFit>;
 
 class Pipeline {
 public:
@@ -96,7 +104,7 @@ private:
 
     const KelChart& m_chart;
     KelChartPipeline m_first;
-    TickCounts m_counts;
+    AxisFits m_fits;
     KelChartPipeline m_run;
     std::vector<AxisResult> m_axes;
 };

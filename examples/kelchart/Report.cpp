@@ -66,7 +66,7 @@ void writeAxis(QTextStream& out, const AxisResult& axis)
     out << "  ticks: " << axis.ticks.size() << ", " << axis.wanted << " intervals wanted\n";
     for (const Tick& tick : axis.ticks)
         out << "    " << numberText(tick.value) << ' ' << quoted(tick.label) << " at " << numberText(tick.position)
-            << '\n';
+            << (tick.labelled ? "" : ", label not drawn") << '\n';
 }
 
 void writeVariable(QTextStream& out, const KelChartPerVariableScaling& scaling, std::size_t i)

@@ -1,8 +1,10 @@
 #pragma once
 // Chooses how many tick intervals an axis asks its scale for from the room it
 // has: the axis length in pixels and the width of its labels. A request whose
-// labels would touch is lowered until they keep a gap, so no two tick labels
-// are ever drawn over each other, whatever the axis kind or its range.
+// labels would touch is lowered until they keep a gap. Where even the smallest
+// request gives more labels than fit (long labels of a narrow numeric range,
+// weekly ticks on a short axis), every k-th tick is labelled, so no two tick
+// labels are ever drawn over each other, whatever the axis kind or its range.
 
 #include "KelChartAxisScale.h"
 
@@ -23,6 +25,8 @@ struct LabelRoom {
     // Free pixels between neighbouring labels: enough that a reader sees
     // separate labels, not one line of text.
     double gap = 24;
+    // Neighbouring ticks closer than this crowd the axis, however short their labels.
+    double minDistance = 0;
 };
 
 class TickFit {
@@ -30,13 +34,17 @@ public:
     // A label width of `perCharacter` pixels for every character.
     static std::function<double(const QString&)> perCharacter(double pixels);
 
-    // Whether the labels of `scale` keep the room's gap between neighbours.
-    static bool fits(const KelChartAxisScale& scale, const LabelRoom& room);
+    // Whether the labels of every `stride`-th tick of `scale` keep the room's
+    // gap between neighbours.
+    static bool fits(const KelChartAxisScale& scale, const LabelRoom& room, unsigned stride = 1);
 
     // The largest interval count up to `maxCount` whose labels fit; 1 when
     // none does. `scale` itself is left as it is.
     static unsigned count(const KelChartAxisScale& scale, const LabelRoom& room, unsigned maxCount,
                           const Orv::Math::NumberFormat& format = {});
+
+    // The smallest k such that labelling every k-th tick fits.
+    static unsigned stride(const KelChartAxisScale& scale, const LabelRoom& room);
 };
 
 } // namespace kelchart

@@ -68,6 +68,26 @@ TEST_F(CsvReaderTest, TextXGivesCategoriesAtTheirIndices)
     EXPECT_EQ(data.series[0].x.values, (std::vector<float>{0.0f, 1.0f, 2.0f}));
 }
 
+// Dates in the x column are kept as instants for binding; a year column stays numeric; a user format
+// wins over numbers.
+TEST_F(CsvReaderTest, DateXIsKeptAsInstants)
+{
+    const DataSet data = read("day,y\n2012-03-14,1\n,2\n2012-03-15T06:00+05:45,3\n");
+    EXPECT_TRUE(data.timeX);
+    EXPECT_FALSE(data.discreteX);
+    ASSERT_EQ(data.xTimes.size(), 3u);
+    EXPECT_EQ(data.xTimes[0].microseconds, 1331683200LL * 1000000);
+    EXPECT_FALSE(data.xTimes[0].utc);
+    EXPECT_EQ(data.series[0].x.undefined, (std::vector<bool>{false, true, false}));
+    EXPECT_EQ(data.xTimes[2].microseconds, (1331683200LL + 86400 + 15 * 60) * 1000000);
+    EXPECT_TRUE(data.xTimes[2].utc);
+
+    EXPECT_FALSE(read("year,y\n1958,1\n1959,2\n").timeX);
+    const DataSet formatted = CsvReader::read(write("day,y\n20120314,1\n"), "%Y%m%d");
+    EXPECT_TRUE(formatted.timeX);
+    EXPECT_EQ(formatted.xTimes[0].microseconds, 1331683200LL * 1000000);
+}
+
 TEST_F(CsvReaderTest, EmptyAndNanCellsAreUndefinedPoints)
 {
     const DataSet data = read("x,y\n0,1\n1,\n,3\n3,NaN\r\n\n4,5\n");
@@ -101,6 +121,8 @@ TEST_F(CsvReaderTest, FaultsNameFileAndLine)
         {"x,y\n1,2,3\n", "data.csv:2: expected 2 fields as in the header, found 3"},
         {"x,y\n1,abc\n", "data.csv:2: column \"y\": \"abc\" is not a number"},
         {"x,y\n1,2\nred,3\n", "data.csv:3: x value \"red\" is not a number, though x is numeric from line 2 on"},
+        {"x,y\n2012-01-01,2\n5,3\n",
+         "data.csv:3: x value \"5\" is not a date or time, though x is dates and times from line 2 on"},
         {"x,\"y\n1,2\n", "data.csv:1: unterminated quoted field"},
         {"x,y,y\n1,2,3\n", "data.csv:1: two columns are named \"y\""},
         {"x,[m]\n1,2\n", "data.csv:1: column 2 of the header has no name"},

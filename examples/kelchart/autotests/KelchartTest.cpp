@@ -121,6 +121,30 @@ TEST_F(KelchartTest, CsvWithTextXDrawsCategories)
     EXPECT_TRUE(QFile::exists(path(QStringLiteral("kelchart.png"))));
 }
 
+// Dates give a time axis with calendar labels; times without a zone are on the axis zone's clock, so a
+// zone set on the command line moves the data and re-places the ticks on that zone's hours.
+TEST_F(KelchartTest, CsvWithDateXDrawsATimeAxisInItsZone)
+{
+    writeText(path(QStringLiteral("hourly.csv")),
+              "time,T [degC]\n2012-03-14 00:00,1\n2012-03-14 06:00,2\n2012-03-14 12:00,3\n");
+    const QStringList common = {QStringLiteral("hourly.csv"), QStringLiteral("--report"), QStringLiteral("--no-images")};
+    const KelchartRun utc = run(common);
+    EXPECT_EQ(utc.exitCode, 0) << utc.err.toStdString();
+    const QString report = QString::fromUtf8(utc.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.x.bottom\" at the bottom, time\n  range: -864 .. 44064")))
+        << report.toStdString();
+    EXPECT_TRUE(report.contains(QStringLiteral("offset text: \"2012-03-14\"")));
+    EXPECT_TRUE(report.contains(QStringLiteral("21600 \"06:00\" at")));
+
+    const KelchartRun kathmandu =
+        run(common + QStringList{QStringLiteral("--set"), QStringLiteral("axis.x/axis.x.bottom/timeZone=Asia/Kathmandu")});
+    const QString moved = QString::fromUtf8(kathmandu.out);
+    // Midnight in Kathmandu is 18:15 UTC the day before, so the values count from 2012-03-13 UTC, and
+    // 06:00 there is 00:15 UTC: a day and 900 s on.
+    EXPECT_TRUE(moved.contains(QStringLiteral("range: 64836 .. 109764"))) << moved.toStdString();
+    EXPECT_TRUE(moved.contains(QStringLiteral("87300 \"06:00\" at"))) << moved.toStdString();
+}
+
 TEST_F(KelchartTest, LargeValuesAreLabelledWithAFactor)
 {
     writeText(path(QStringLiteral("big.csv")), "x,count\n0,1000000\n1,5000000\n");

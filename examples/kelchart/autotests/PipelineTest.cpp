@@ -50,8 +50,10 @@ TEST_F(PipelineTest, AxesComeWithTheirSidesTicksAndLabels)
     ASSERT_EQ(periods.ticks.size(), 4u);
     EXPECT_EQ(periods.ticks[2].label, QStringLiteral("afternoon"));
     const AxisResult& time = axis(pipeline, "axis.x.bottom");
+    const KelChartAxisScale& scale = pipeline.run().xScales().first();
     EXPECT_EQ(time.min, 0.0);
-    EXPECT_EQ(time.max, 24.0);
+    EXPECT_EQ(time.max, scale.max());
+    EXPECT_EQ(time.ticks.size(), scale.size());
     EXPECT_EQ(time.ticks.front().position, 0.0);
     EXPECT_EQ(time.ticks.back().position, 1.0);
 }
@@ -62,4 +64,18 @@ TEST_F(PipelineTest, ChartWithoutDataHasNoAxesToShow)
     EXPECT_EQ(pipeline.cache().size(), 0u);
     EXPECT_TRUE(pipeline.axes().empty());
     EXPECT_EQ(pipeline.validVariables().size(), 0u);
+}
+
+// Each axis asks for as many intervals as its labels have room for: a wider image, more of them.
+TEST_F(PipelineTest, TickCountsFollowTheRoomForLabels)
+{
+    bindSample();
+    const kelchart::AxisPairs pairs = kelchart::axisPairsOf(*m_chart);
+    const Pipeline narrow(*m_chart, pairs, {QSize(400, 300), 100, {}});
+    const Pipeline wide(*m_chart, pairs, {QSize(1600, 1000), 100, {}});
+    const Pipeline capped(*m_chart, pairs, {QSize(1600, 1000), 3, {}});
+    for (const char* name : {"axis.x.bottom", "axis.y.left", "axis.y.right"}) {
+        EXPECT_LT(axis(narrow, name).wanted, axis(wide, name).wanted) << name;
+        EXPECT_LE(axis(capped, name).wanted, 3u) << name;
+    }
 }
