@@ -4,7 +4,7 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5svg5-dev libboost-dev libudunits2-dev
           libgtest-dev libgmock-dev libbenchmark-dev gcovr
-          libhowardhinnant-date-dev tzdata "$@")
+          libhowardhinnant-date-dev tzdata libcsv-dev libfast-float-dev "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -69,7 +69,9 @@ void run(const Options& options, QTextStream& out, QTextStream& err)
 {
     KelModifiedGroup group;
     DataSet data = options.csvPath.isEmpty() ? SampleChart::data()
-                                             : CsvReader::read(options.csvPath, options.timeFormat);
+                                             : CsvReader::read(options.csvPath, options.csv);
+    for (const QString& note : data.notes)
+        err << "kelchart: note: " << note << '\n';
     const std::unique_ptr<KelProperties> root = makeChart(options, data, group);
     // Before binding, so that an axis's time zone places the data's times; after
     // it, so that what the user set wins over what the data set (category labels).

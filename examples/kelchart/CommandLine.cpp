@@ -42,6 +42,36 @@ unsigned parseTickCount(const QString& text)
     return count;
 }
 
+std::optional<SeriesShape> parseShape(const QCommandLineParser& parser)
+{
+    const std::pair<const char*, SeriesShape> shapes[] = {
+        {"points", SeriesShape::Points}, {"lines", SeriesShape::Lines}, {"bars", SeriesShape::Bars}};
+    std::optional<SeriesShape> chosen;
+    for (const auto& [name, shape] : shapes) {
+        if (!parser.isSet(QLatin1String(name)))
+            continue;
+        if (chosen)
+            usageFault(QStringLiteral("--points, --lines and --bars exclude each other"));
+        chosen = shape;
+    }
+    return chosen;
+}
+
+CsvOptions parseCsvOptions(const QCommandLineParser& parser)
+{
+    CsvOptions csv;
+    csv.timeFormat = parser.value(QStringLiteral("time-format"));
+    csv.x = parser.value(QStringLiteral("x"));
+    csv.group = parser.value(QStringLiteral("group"));
+    const QString ys = parser.value(QStringLiteral("y"));
+    for (const QString& name : ys.split(QLatin1Char(','), Qt::SkipEmptyParts))
+        csv.y << name.trimmed();
+    if (parser.isSet(QStringLiteral("y")) && (csv.y.isEmpty() || csv.y.contains(QString())))
+        usageFault(QStringLiteral("--y %1: expected column names separated by commas").arg(ys));
+    csv.shape = parseShape(parser);
+    return csv;
+}
+
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
@@ -67,6 +97,15 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("How the x column writes dates and times that are not ISO 8601 or one of the usual "
                         "forms, as strftime fields, for example \"%d.%m.%Y %H:%M\"."),
          QStringLiteral("FORMAT")},
+        {QStringLiteral("x"), QStringLiteral("The x column, by name; default the first."), QStringLiteral("COLUMN")},
+        {QStringLiteral("y"), QStringLiteral("The y columns, by name; default every numeric column but x."),
+         QStringLiteral("COLUMN[,COLUMN...]")},
+        {QStringLiteral("group"), QStringLiteral("The column whose values split the rows into one series each; by "
+                                                 "default a repeating text column where x repeats."),
+         QStringLiteral("COLUMN")},
+        {QStringLiteral("points"), QStringLiteral("Draws the series as symbols without lines.")},
+        {QStringLiteral("lines"), QStringLiteral("Draws the series as lines.")},
+        {QStringLiteral("bars"), QStringLiteral("Draws the series as bars.")},
         {QStringLiteral("png"), QStringLiteral("PNG file to write, default kelchart.png."), QStringLiteral("FILE")},
         {QStringLiteral("svg"), QStringLiteral("SVG file to write, default kelchart.svg."), QStringLiteral("FILE")},
         {QStringLiteral("no-images"), QStringLiteral("Writes no PNG and no SVG.")},
@@ -103,8 +142,7 @@ Options parseCommandLine(const QStringList& arguments)
         options.size = parseSize(parser.value(QStringLiteral("size")));
     if (parser.isSet(QStringLiteral("ticks")))
         options.tickCount = parseTickCount(parser.value(QStringLiteral("ticks")));
-    if (parser.isSet(QStringLiteral("time-format")))
-        options.timeFormat = parser.value(QStringLiteral("time-format"));
+    options.csv = parseCsvOptions(parser);
     return options;
 }
 

@@ -4,6 +4,8 @@
 // Without a CSV file it draws the built-in sample. Usage faults throw a
 // Failure with the BadUsage status.
 
+#include "CsvReader.h"
+
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -22,8 +24,8 @@ struct Options {
     QSize size = QSize(800, 500);
     // The most tick intervals an axis asks for; the room for its labels decides below that.
     unsigned tickCount = 100;
-    // The x column's date and time format; empty: the automatic forms.
-    QString timeFormat;
+    // How the CSV file is read: x's time format, the columns' roles, the series' shape.
+    CsvOptions csv;
     // Set by --help: the usage text, and nothing else is to be done.
     QString helpText;
 };

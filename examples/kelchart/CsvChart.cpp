@@ -61,16 +61,8 @@ private:
     QString m_rightUnit;
 };
 
-void setLook(KelChartVariableStyle& style, std::size_t index, std::size_t count, bool bars)
+void setBars(KelChartVariableStyle& style, const QColor& colour, std::size_t index, std::size_t count)
 {
-    const QColor colour = paletteColour(index);
-    style.lineColor.set({colour});
-    style.symbolFillColor.set({colour});
-    if (!bars) {
-        style.style.set(KelChart::styleLine);
-        style.lineWidth.set({1.5});
-        return;
-    }
     // Bars of one category side by side, together 80% of the category.
     const double width = 0.8 / static_cast<double>(count);
     style.style.set(KelChart::styleBar);
@@ -78,6 +70,29 @@ void setLook(KelChartVariableStyle& style, std::size_t index, std::size_t count,
     style.fillColor.set({colour});
     style.barWidth.set({width});
     style.barOffset.set({(static_cast<double>(index) - (static_cast<double>(count) - 1.0) / 2.0) * width});
+}
+
+void setLook(KelChartVariableStyle& style, std::size_t index, std::size_t count, SeriesShape shape)
+{
+    const QColor colour = paletteColour(index);
+    style.lineColor.set({colour});
+    style.symbolFillColor.set({colour});
+    switch (shape) {
+    case SeriesShape::Lines:
+        style.style.set(KelChart::styleLine);
+        style.lineWidth.set({1.5});
+        break;
+    case SeriesShape::Points:
+        // No plot style draws no line; the symbols alone show the points.
+        style.style.set(KelChart::styleNone);
+        style.symbol.set({KelChart::symbolEllipse});
+        style.symbolSize.set({6});
+        style.symbolOutline.set({false});
+        break;
+    case SeriesShape::Bars:
+        setBars(style, colour, index, count);
+        break;
+    }
 }
 
 void appendTitle(KelChartAxis& axis, const QString& name)
@@ -107,7 +122,7 @@ void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& ti
         variable.xAxis.set(x.name());
         variable.yAxis.set(y.name());
         variable.order.set(static_cast<int>(i));
-        setLook(variable.style, i, data.series.size(), data.discreteX);
+        setLook(variable.style, i, data.series.size(), data.shape);
     }
 }
 

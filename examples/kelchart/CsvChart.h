@@ -7,7 +7,8 @@
 //     second y axis, "axis.y.right", for its dimension. A third dimension stays
 //     on the left axis, where the unit update refuses it with a warning;
 //   - one variable per series, named after its column, in column order, with
-//     palette colours: lines over continuous x, grouped bars over discrete x.
+//     palette colours, drawn as the data set's shape says: lines, grouped
+//     bars, or points (symbols without a line).
 
 #include "DataSet.h"
 

@@ -1,279 +1,182 @@
 #include "CsvReader.h"
 
+#include "CsvColumns.h"
 #include "Failure.h"
+
+#include <csv.h>
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLocale>
-#include <QRegularExpression>
-#include <QSet>
-#include <QTextStream>
 
-#include <limits>
-#include <optional>
-#include <utility>
+#include <array>
 
 namespace kelchart {
 
 namespace {
 
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr qint64 blockSize = 1 << 16;
 
-// The fields of one line; `complete` is false when a quoted field is not closed.
-QStringList splitFields(const QString& line, bool& complete)
+// Counts line ends in text, a CR LF pair as one.
+qint64 lineBreaks(const char* text, std::size_t size)
 {
-    QStringList fields;
-    QString field;
+    qint64 count = 0;
+    for (std::size_t i = 0; i < size; ++i)
+        count += text[i] == '\n' || (text[i] == '\r' && (i + 1 == size || text[i + 1] != '\n'));
+    return count;
+}
+
+// The separator the header line holds most often outside quotes: comma, semicolon or tab, in that order
+// on a tie. Nothing while the header line has not ended within `text` and more may follow.
+std::optional<char> separatorOf(const QByteArray& text, bool atEnd)
+{
+    static constexpr std::array<char, 3> candidates = {',', ';', '\t'};
+    std::array<int, 3> counts{};
     bool quoted = false;
-    for (int i = 0; i < line.size(); ++i) {
-        const QChar c = line[i];
-        if (quoted && c == QLatin1Char('"') && i + 1 < line.size() && line[i + 1] == QLatin1Char('"')) {
-            field += c;
-            ++i;
-        } else if (c == QLatin1Char('"')) {
-            quoted = !quoted;
-        } else if (c == QLatin1Char(',') && !quoted) {
-            fields << field.trimmed();
-            field.clear();
-        } else {
-            field += c;
-        }
+    bool blank = true;
+    int i = 0;
+    for (; i < text.size(); ++i) {
+        const char c = text[i];
+        quoted = quoted != (c == '"');
+        if (quoted)
+            continue;
+        if ((c == '\n' || c == '\r') && !blank)
+            break;
+        blank = blank && (c == ' ' || c == '\n' || c == '\r');
+        for (std::size_t k = 0; k < candidates.size(); ++k)
+            counts[k] += c == candidates[k];
     }
-    fields << field.trimmed();
-    complete = !quoted;
-    return fields;
+    if (i == text.size() && !atEnd)
+        return std::nullopt;
+    std::size_t best = 0;
+    for (std::size_t k = 1; k < candidates.size(); ++k)
+        if (counts[k] > counts[best])
+            best = k;
+    return candidates[best];
 }
 
-bool isMissing(const QString& cell)
-{
-    return cell.isEmpty() || cell.compare(QLatin1String("nan"), Qt::CaseInsensitive) == 0;
-}
-
-bool parseNumber(const QString& cell, float& value)
-{
-    bool ok = false;
-    const double number = QLocale::c().toDouble(cell, &ok);
-    value = static_cast<float>(number);
-    return ok;
-}
-
-// Collects the columns while the lines come in.
-class CsvParser {
+// Feeds blocks of the file to the CSV parser and hands each record, with the line it starts on, to the columns.
+class RecordFeed {
 public:
-    CsvParser(const QString& path, const QString& timeFormat)
+    RecordFeed(const QString& path, CsvColumns& columns)
         : m_path(path)
-        , m_timeText(timeFormat)
-        , m_timeFirst(!timeFormat.isEmpty())
+        , m_columns(columns)
     {
+        csv_init(&m_parser, CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
+    }
+    ~RecordFeed() { csv_free(&m_parser); }
+    RecordFeed(const RecordFeed&) = delete;
+    RecordFeed& operator=(const RecordFeed&) = delete;
+
+    void setSeparator(char separator)
+    {
+        csv_set_delim(&m_parser, static_cast<unsigned char>(separator));
+        // A tab that separates fields is no blank to trim.
+        if (separator == '\t')
+            csv_set_space_func(&m_parser, [](unsigned char c) { return c == ' ' ? 1 : 0; });
     }
 
-    void take(const QString& line, qint64 lineNumber)
+    void feed(const char* text, std::size_t size)
     {
-        bool complete = true;
-        const QStringList fields = splitFields(line, complete);
-        if (!complete)
-            fail(lineNumber, QStringLiteral("unterminated quoted field"));
-        if (m_headerSeen)
-            takeRow(fields, lineNumber);
-        else
-            takeHeader(fields, lineNumber);
-        m_headerSeen = true;
+        if (csv_parse(&m_parser, text, size, onField, onRecordEnd, this) != size)
+            m_columns.fail(m_line, QStringLiteral("misplaced quote: a quote may only enclose a whole field"));
     }
 
-    DataSet finish(qint64 lineCount);
+    void finish()
+    {
+        if (csv_fini(&m_parser, onField, onRecordEnd, this) != 0)
+            m_columns.fail(m_line, QStringLiteral("unterminated quoted field"));
+    }
+
+    qint64 lastRecordLine() const { return m_recordLine; }
 
 private:
-    [[noreturn]] void fail(qint64 lineNumber, const QString& message) const
+    static void onField(void* text, std::size_t size, void* self)
     {
-        throw Failure(QStringLiteral("%1:%2: %3").arg(m_path).arg(lineNumber).arg(message));
+        static_cast<RecordFeed*>(self)->takeField(static_cast<const char*>(text), size);
+    }
+    static void onRecordEnd(int terminator, void* self) { static_cast<RecordFeed*>(self)->endRecord(terminator); }
+
+    void takeField(const char* text, std::size_t size)
+    {
+        if (m_count == 0)
+            m_recordLine = m_line;
+        if (m_count == m_fields.size())
+            m_fields.emplace_back();
+        m_fields[m_count++].assign(text ? text : "", text ? size : 0);
+        m_line += lineBreaks(text, text ? size : 0);
+        m_afterCarriageReturn = false;
     }
 
-    void takeHeader(const QStringList& fields, qint64 lineNumber);
-    void takeRow(const QStringList& fields, qint64 lineNumber);
-    void takeX(const QString& cell, qint64 lineNumber);
-    void switchToCategories();
-    DataColumn namedColumn(const QString& field, int position, qint64 lineNumber) const;
-
-    bool takeTyped(const QString& cell);
-    bool takeTime(const QString& cell);
-    [[noreturn]] void failX(const QString& cell, qint64 lineNumber) const;
-
-    enum class XKind { Unknown, Numeric, Time, Text };
+    // Every unquoted CR and LF ends a record, most of them empty; a CR LF pair ends one line.
+    void endRecord(int terminator)
+    {
+        if (m_count > 0)
+            m_columns.take(m_fields, m_count, m_recordLine);
+        m_count = 0;
+        if (terminator == '\r' || (terminator == '\n' && !m_afterCarriageReturn))
+            ++m_line;
+        m_afterCarriageReturn = terminator == '\r';
+    }
 
     QString m_path;
-    TimeText m_timeText;
-    bool m_timeFirst;
-    std::vector<ParsedTime> m_times;
-    bool m_headerSeen = false;
-    DataColumn m_x;
-    std::vector<DataColumn> m_columns;
-    XKind m_xKind = XKind::Unknown;
-    qint64 m_xKindLine = 0;
-    QStringList m_categories;
+    CsvColumns& m_columns;
+    csv_parser m_parser{};
+    std::vector<std::string> m_fields;
+    std::size_t m_count = 0;
+    qint64 m_line = 1;
+    qint64 m_recordLine = 1;
+    bool m_afterCarriageReturn = false;
 };
 
-// "T [degC]" gives the name "T" and the unit "degC".
-DataColumn CsvParser::namedColumn(const QString& field, int position, qint64 lineNumber) const
+QFile& openFile(QFile& file)
 {
-    static const QRegularExpression withUnit(QStringLiteral("^(.*?)\\s*\\[([^\\]]*)\\]$"));
-    DataColumn column;
-    const QRegularExpressionMatch match = withUnit.match(field);
-    column.name = match.hasMatch() ? match.captured(1) : field;
-    column.unit = match.hasMatch() ? match.captured(2).trimmed() : QString();
-    if (column.name.isEmpty())
-        fail(lineNumber, QStringLiteral("column %1 of the header has no name").arg(position + 1));
-    return column;
+    const QString path = file.fileName();
+    if (QFileInfo(path).isDir())
+        throw Failure(QStringLiteral("%1: is a directory, expected a CSV file").arg(path));
+    if (!file.open(QIODevice::ReadOnly))
+        throw Failure(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
+    return file;
 }
 
-void CsvParser::takeHeader(const QStringList& fields, qint64 lineNumber)
+QByteArray readBlock(QFile& file)
 {
-    if (fields.size() < 2)
-        fail(lineNumber, QStringLiteral("no numeric column: the header names only the x column"));
-    QSet<QString> names;
-    for (int i = 0; i < fields.size(); ++i) {
-        DataColumn column = namedColumn(fields[i], i, lineNumber);
-        if (names.contains(column.name))
-            fail(lineNumber, QStringLiteral("two columns are named \"%1\"").arg(column.name));
-        names.insert(column.name);
-        if (i == 0)
-            m_x = std::move(column);
-        else
-            m_columns.push_back(std::move(column));
+    QByteArray block = file.read(blockSize);
+    if (file.error() != QFileDevice::NoError)
+        throw Failure(QStringLiteral("%1: cannot read: %2").arg(file.fileName(), file.errorString()));
+    return block;
+}
+
+// The start of the file up to the end of its header line (or all of it), without a byte-order mark.
+QByteArray readHead(QFile& file, char& separator)
+{
+    QByteArray head = readBlock(file);
+    if (head.startsWith("\xEF\xBB\xBF"))
+        head.remove(0, 3);
+    for (QByteArray block = head;; head += block) {
+        if (const std::optional<char> found = separatorOf(head, block.isEmpty())) {
+            separator = *found;
+            return head;
+        }
+        block = readBlock(file);
     }
-}
-
-void CsvParser::takeRow(const QStringList& fields, qint64 lineNumber)
-{
-    const int expected = static_cast<int>(m_columns.size()) + 1;
-    if (fields.size() != expected)
-        fail(lineNumber, QStringLiteral("expected %1 fields as in the header, found %2").arg(expected).arg(fields.size()));
-    takeX(fields[0], lineNumber);
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        const QString& cell = fields[static_cast<int>(i) + 1];
-        float value = notANumber;
-        const bool missing = isMissing(cell);
-        if (!missing && !parseNumber(cell, value))
-            fail(lineNumber, QStringLiteral("column \"%1\": \"%2\" is not a number").arg(m_columns[i].name, cell));
-        m_columns[i].append(value, missing);
-    }
-}
-
-// The first x cell that holds something decides whether x is numeric, time or text.
-void CsvParser::takeX(const QString& cell, qint64 lineNumber)
-{
-    if (m_xKind == XKind::Text) {
-        m_categories << cell;
-        m_x.append(static_cast<float>(m_x.size()), false);
-        return;
-    }
-    if (isMissing(cell)) {
-        m_x.append(notANumber, true);
-        m_times.emplace_back();
-        return;
-    }
-    const XKind before = m_xKind;
-    if (takeTyped(cell)) {
-        if (before == XKind::Unknown)
-            m_xKindLine = lineNumber;
-    } else if (m_xKind == XKind::Unknown) {
-        switchToCategories();
-        takeX(cell, lineNumber);
-    } else {
-        failX(cell, lineNumber);
-    }
-}
-
-// A number or a time, as x has been so far; the first one decides. A user's
-// time format is tried before numbers, since it may match digits only.
-bool CsvParser::takeTyped(const QString& cell)
-{
-    const bool timeFirst = m_xKind == XKind::Time || (m_xKind == XKind::Unknown && m_timeFirst);
-    if (timeFirst && takeTime(cell))
-        return true;
-    float value = notANumber;
-    if (m_xKind != XKind::Time && parseNumber(cell, value)) {
-        m_xKind = XKind::Numeric;
-        m_x.append(value, false);
-        return true;
-    }
-    return m_xKind == XKind::Unknown && takeTime(cell);
-}
-
-bool CsvParser::takeTime(const QString& cell)
-{
-    const std::optional<ParsedTime> time = m_timeText.parse(cell);
-    if (!time)
-        return false;
-    m_times.push_back(*time);
-    m_x.append(0.0f, false);
-    m_xKind = XKind::Time;
-    return true;
-}
-
-void CsvParser::failX(const QString& cell, qint64 lineNumber) const
-{
-    const QString kind = m_xKind == XKind::Time ? QStringLiteral("a date or time") : QStringLiteral("a number");
-    const QString since = m_xKind == XKind::Time ? QStringLiteral("dates and times") : QStringLiteral("numeric");
-    fail(lineNumber, QStringLiteral("x value \"%1\" is not %2, though x is %3 from line %4 on")
-                         .arg(cell, kind, since)
-                         .arg(m_xKindLine));
-}
-
-// Rows before the first text x had no x at all: they become empty categories.
-void CsvParser::switchToCategories()
-{
-    m_xKind = XKind::Text;
-    for (std::size_t i = 0; i < m_x.size(); ++i) {
-        m_categories << QString();
-        m_x.values[i] = static_cast<float>(i);
-        m_x.undefined[i] = false;
-    }
-}
-
-DataSet CsvParser::finish(qint64 lineCount)
-{
-    if (!m_headerSeen)
-        throw Failure(QStringLiteral("%1: empty file, expected a header row").arg(m_path));
-    if (m_x.size() == 0)
-        fail(lineCount, QStringLiteral("no data rows after the header"));
-    DataSet data;
-    data.discreteX = m_xKind == XKind::Text;
-    data.categories = std::move(m_categories);
-    data.timeX = m_xKind == XKind::Time;
-    if (data.timeX)
-        data.xTimes = std::move(m_times);
-    // Every series gets its own x values, as the iterators take them over; the
-    // last one takes the column itself.
-    for (std::size_t i = 0; i + 1 < m_columns.size(); ++i)
-        data.series.push_back(DataSeries{m_x, std::move(m_columns[i])});
-    data.series.push_back(DataSeries{std::move(m_x), std::move(m_columns.back())});
-    return data;
 }
 
 } // namespace
 
-DataSet CsvReader::read(const QString& path, const QString& timeFormat)
+DataSet CsvReader::read(const QString& path, const CsvOptions& options)
 {
     QFile file(path);
-    if (QFileInfo(path).isDir())
-        throw Failure(QStringLiteral("%1: is a directory, expected a CSV file").arg(path));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw Failure(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
-    QTextStream in(&file);
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    in.setCodec("UTF-8"); // Qt 6 streams read UTF-8 unless told otherwise
-#endif
-    CsvParser parser(path, timeFormat);
-    QString line;
-    qint64 lineNumber = 0;
-    while (in.readLineInto(&line)) {
-        ++lineNumber;
-        if (!line.trimmed().isEmpty())
-            parser.take(line, lineNumber);
-    }
-    if (file.error() != QFileDevice::NoError)
-        throw Failure(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
-    return parser.finish(lineNumber);
+    openFile(file);
+    CsvColumns columns(path, options);
+    RecordFeed feed(path, columns);
+    char separator = ',';
+    const QByteArray head = readHead(file, separator);
+    feed.setSeparator(separator);
+    feed.feed(head.constData(), static_cast<std::size_t>(head.size()));
+    for (QByteArray block = readBlock(file); !block.isEmpty(); block = readBlock(file))
+        feed.feed(block.constData(), static_cast<std::size_t>(block.size()));
+    feed.finish();
+    return columns.finish(feed.lastRecordLine());
 }
 
 } // namespace kelchart

@@ -66,6 +66,14 @@ PlacedTimes placeTimes(const std::vector<ParsedTime>& times, const std::vector<b
     return placed;
 }
 
+// The times of a series that holds some of the rows only (one group's).
+std::vector<ParsedTime> timesOfRows(const std::vector<ParsedTime>& times, const std::vector<std::size_t>& rows)
+{
+    std::vector<ParsedTime> picked(rows.size());
+    std::transform(rows.begin(), rows.end(), picked.begin(), [&times](std::size_t row) { return times[row]; });
+    return picked;
+}
+
 // The time zone of a variable's x axis: its own when it is a time axis.
 QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable)
 {
@@ -78,7 +86,7 @@ QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable)
 QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, DataSet data)
 {
     QStringList unbound;
-    // Series share their x column; it is placed once per time zone.
+    // Series of all rows share their x column; it is placed once per time zone.
     std::map<QString, PlacedTimes> placedByZone;
     for (DataSeries& series : data.series) {
         KelChartVariable* variable = variables[series.y.name];
@@ -89,7 +97,12 @@ QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, Da
         auto* discrete = dynamic_cast<KelChartAxisDiscrete*>(pairs.find(variable->xAxis.get()));
         if (data.discreteX && discrete)
             discrete->labels.setLabels(data.categories);
-        if (data.timeX) {
+        if (data.timeX && !series.rows.empty()) {
+            const PlacedTimes placed = placeTimes(timesOfRows(data.xTimes, series.rows), series.x.undefined,
+                                                  zoneOf(pairs, *variable));
+            series.x.values = placed.values;
+            series.x.unit = placed.unit;
+        } else if (data.timeX) {
             const QString zone = zoneOf(pairs, *variable);
             auto placed = placedByZone.find(zone);
             if (placed == placedByZone.end())

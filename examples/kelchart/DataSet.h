@@ -31,7 +31,14 @@ struct DataColumn {
 struct DataSeries {
     DataColumn x;
     DataColumn y;
+    // The rows of the file this series holds, as indices into DataSet::xTimes;
+    // empty when it holds all of them.
+    std::vector<std::size_t> rows;
 };
+
+// How the series are drawn: lines over continuous x, bars over categories,
+// points (symbols only) where x is neither ordered nor unique.
+enum class SeriesShape { Lines, Bars, Points };
 
 struct DataSet {
     std::vector<DataSeries> series;
@@ -42,6 +49,9 @@ struct DataSet {
     // into numbers in a timestamp unit once the x axis's time zone is known.
     bool timeX = false;
     std::vector<ParsedTime> xTimes;
+    SeriesShape shape = SeriesShape::Lines;
+    // Remarks for the user about what was left out, one line each.
+    QStringList notes;
 };
 
 } // namespace kelchart

@@ -83,7 +83,9 @@ TEST_F(CsvReaderTest, DateXIsKeptAsInstants)
     EXPECT_TRUE(data.xTimes[2].utc);
 
     EXPECT_FALSE(read("year,y\n1958,1\n1959,2\n").timeX);
-    const DataSet formatted = CsvReader::read(write("day,y\n20120314,1\n"), "%Y%m%d");
+    kelchart::CsvOptions options;
+    options.timeFormat = QStringLiteral("%Y%m%d");
+    const DataSet formatted = CsvReader::read(write("day,y\n20120314,1\n"), options);
     EXPECT_TRUE(formatted.timeX);
     EXPECT_EQ(formatted.xTimes[0].microseconds, 1331683200LL * 1000000);
 }
@@ -119,11 +121,13 @@ TEST_F(CsvReaderTest, FaultsNameFileAndLine)
         {"x\n1\n", "data.csv:1: no numeric column"},
         {"x,y,z\n1,2,3\n4,5\n", "data.csv:3: expected 3 fields as in the header, found 2"},
         {"x,y\n1,2,3\n", "data.csv:2: expected 2 fields as in the header, found 3"},
-        {"x,y\n1,abc\n", "data.csv:2: column \"y\": \"abc\" is not a number"},
+        {"x,y\n1,abc\n", "data.csv:1: no numeric column: every column besides x holds text"},
+        {"x,y\n1,2\n3,4\"5\"\n", "data.csv:3: misplaced quote"},
         {"x,y\n1,2\nred,3\n", "data.csv:3: x value \"red\" is not a number, though x is numeric from line 2 on"},
         {"x,y\n2012-01-01,2\n5,3\n",
          "data.csv:3: x value \"5\" is not a date or time, though x is dates and times from line 2 on"},
         {"x,\"y\n1,2\n", "data.csv:1: unterminated quoted field"},
+        {"x;y\r\n1;2\r\n\"3\r\n", "data.csv:3: unterminated quoted field"},
         {"x,y,y\n1,2,3\n", "data.csv:1: two columns are named \"y\""},
         {"x,[m]\n1,2\n", "data.csv:1: column 2 of the header has no name"},
     };
