@@ -137,3 +137,143 @@ TEST_F(CsvReaderTest, FaultsNameFileAndLine)
             << "for " << c.text.toStdString() << " got: " << message.toStdString();
     }
 }
+
+namespace {
+
+struct Dialect {
+    const char* name;
+    QByteArray text;
+};
+
+void PrintTo(const Dialect& dialect, std::ostream* os)
+{
+    *os << dialect.name;
+}
+
+class CsvDialectTest : public CsvReaderTest, public ::testing::WithParamInterface<Dialect> {};
+
+} // namespace
+
+// Every way of writing the same table reads to the same columns.
+TEST_P(CsvDialectTest, ReadsTheSameTable)
+{
+    const DataSet data = read(GetParam().text);
+    ASSERT_EQ(data.series.size(), 2u);
+    EXPECT_EQ(data.series[0].x.name, QStringLiteral("time"));
+    EXPECT_EQ(data.series[0].y.unit, QStringLiteral("m"));
+    EXPECT_EQ(data.series[0].x.values, (std::vector<float>{1.0f, 2.0f}));
+    EXPECT_EQ(data.series[0].y.values, (std::vector<float>{1.5f, -2.0f}));
+    EXPECT_EQ(data.series[1].y.name, QStringLiteral("b, c"));
+    EXPECT_EQ(data.series[1].y.undefined, (std::vector<bool>{true, false}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Separators, CsvDialectTest,
+    ::testing::Values(Dialect{"Comma", "time,a [m],\"b, c\"\n1,1.5,\n2,-2,3\n"},
+                      Dialect{"BomAndCrLf", "\xEF\xBB\xBFtime,a [m],\"b, c\"\r\n1,1.5,\r\n\r\n2,-2,3\r\n"},
+                      Dialect{"Semicolon", "time;a [m];b, c\n1;+1.5;nan\n2;-2;3\n"},
+                      Dialect{"Tab", "time\ta [m]\tb, c\n1\t1.5\t\n2\t -2 \t3\n"},
+                      Dialect{"QuotedEverywhere", "\n\"time\";\"a [m]\";\"b, c\"\n\"1\";\"1.5\";\"\"\n2;-2;3"}),
+    [](const ::testing::TestParamInfo<Dialect>& info) { return std::string(info.param.name); });
+
+TEST_F(CsvReaderTest, QuotedLineBreaksStayInTheFieldAndCountAsLines)
+{
+    const DataSet data = read("name,v\n\"two\r\nlines\",1\nplain,2\n");
+    EXPECT_EQ(data.categories, (QStringList{QStringLiteral("two\r\nlines"), QStringLiteral("plain")}));
+    EXPECT_TRUE(failure("x,y\n\"a\nb\",1\n3\n").contains(QLatin1String("data.csv:4: expected 2 fields")));
+}
+
+// Long-format data: x repeats, and a repeating text column splits the rows into series.
+TEST_F(CsvReaderTest, GroupColumnGivesOneSeriesPerValue)
+{
+    const DataSet one = read("t,city,T\n0,Oslo,1\n0,Rome,10\n1,Oslo,2\n1,Rome,11\n2,Oslo,3\n");
+    ASSERT_EQ(one.series.size(), 2u);
+    EXPECT_EQ(one.series[0].y.name, QStringLiteral("Oslo"));
+    EXPECT_EQ(one.series[0].x.values, (std::vector<float>{0.0f, 1.0f, 2.0f}));
+    EXPECT_EQ(one.series[0].y.values, (std::vector<float>{1.0f, 2.0f, 3.0f}));
+    EXPECT_EQ(one.series[1].y.name, QStringLiteral("Rome"));
+    EXPECT_EQ(one.series[1].y.values, (std::vector<float>{10.0f, 11.0f}));
+    EXPECT_EQ(one.shape, kelchart::SeriesShape::Lines);
+    EXPECT_TRUE(one.notes.isEmpty());
+
+    const DataSet two = read("t,T,city,p\n0,1,Oslo,5\n0,10,Rome,6\n1,2,Oslo,7\n");
+    QStringList names;
+    for (const kelchart::DataSeries& series : two.series)
+        names << series.y.name;
+    EXPECT_EQ(names, (QStringList{"Oslo T", "Oslo p", "Rome T", "Rome p"}));
+}
+
+TEST_F(CsvReaderTest, GroupsOfTimesKeepTheirRows)
+{
+    const DataSet data = read("day,site,v\n2012-01-01,A,1\n2012-01-01,B,2\n2012-01-02,A,3\n");
+    ASSERT_EQ(data.series.size(), 2u);
+    EXPECT_EQ(data.series[0].rows, (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(data.series[1].rows, (std::vector<std::size_t>{1}));
+    EXPECT_EQ(data.xTimes.size(), 3u);
+}
+
+// Without repeating x there are no groups; a text column, even one that starts with numbers, is left out
+// with one note, however many text cells it has.
+TEST_F(CsvReaderTest, TextColumnsAreSkippedWithOneNoteEach)
+{
+    const DataSet data = read("t,weather,T,code\n0,sun,1,7\n1,rain,2,x1\n2,sun,3,x2\n");
+    ASSERT_EQ(data.series.size(), 1u);
+    EXPECT_EQ(data.series[0].y.name, QStringLiteral("T"));
+    EXPECT_EQ(data.notes, (QStringList{"column \"weather\" holds text; skipped",
+                                       "column \"code\" holds text; skipped"}));
+}
+
+TEST_F(CsvReaderTest, ShapeFollowsTheOrderOfX)
+{
+    using kelchart::SeriesShape;
+    const std::pair<QByteArray, SeriesShape> cases[] = {
+        {"x,y\n3,1\n1,2\n3,3\n", SeriesShape::Points},     // unordered, repeating
+        {"x,y\n1,1\n1,2\n2,3\n", SeriesShape::Lines},      // ascending with repeats: steps
+        {"x,y\n3,1\n1,2\n2,3\n", SeriesShape::Lines},      // unordered, unique: a path
+        {"x,y\nb,1\na,2\nb,3\n", SeriesShape::Points},     // categories again out of order
+        {"x,y\na,1\nb,2\n", SeriesShape::Bars},
+        {"x,g,y\n0,A,1\n1,A,2\n0,B,1\n1,B,2\n", SeriesShape::Lines}, // ordered within each group
+    };
+    for (const auto& [text, shape] : cases)
+        EXPECT_EQ(read(text).shape, shape) << text.toStdString();
+}
+
+TEST_F(CsvReaderTest, RoleOptionsChooseColumnsAndShape)
+{
+    kelchart::CsvOptions options;
+    options.x = QStringLiteral("t");
+    options.y = QStringList{QStringLiteral("b [m]"), QStringLiteral("a")};
+    options.group = QStringLiteral("id");
+    options.shape = kelchart::SeriesShape::Bars;
+    const DataSet data = CsvReader::read(write("a,t,id,b [m]\n1,0,7,2\n3,1,7,4\n5,0,8,6\n"), options);
+    ASSERT_EQ(data.series.size(), 4u);
+    EXPECT_EQ(data.series[0].y.name, QStringLiteral("7 b"));
+    EXPECT_EQ(data.series[0].y.values, (std::vector<float>{2.0f, 4.0f}));
+    EXPECT_EQ(data.series[1].y.name, QStringLiteral("7 a"));
+    EXPECT_EQ(data.series[3].y.values, (std::vector<float>{5.0f}));
+    EXPECT_EQ(data.series[3].x.values, (std::vector<float>{0.0f}));
+    EXPECT_EQ(data.shape, kelchart::SeriesShape::Bars);
+}
+
+TEST_F(CsvReaderTest, BadRoleOptionsAreUsageFaults)
+{
+    const QString path = write("t,a,id\n0,1,x\n");
+    const auto fault = [&path](const char* x, const char* y, const char* group) {
+        kelchart::CsvOptions options;
+        options.x = QLatin1String(x);
+        options.y = QString::fromLatin1(y).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        options.group = QLatin1String(group);
+        try {
+            CsvReader::read(path, options);
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.status(), Failure::BadUsage);
+            return failure.message();
+        }
+        return QString();
+    };
+    EXPECT_TRUE(fault("nope", "", "").startsWith(QStringLiteral("--x nope: ") + path + " has no column \"nope\""));
+    EXPECT_TRUE(fault("", "a,t", "").startsWith(QStringLiteral("--y t: that column is x")));
+    EXPECT_TRUE(fault("a", "a", "").startsWith(QStringLiteral("--y a: that column is x")));
+    EXPECT_TRUE(fault("", "id", "id").startsWith(QStringLiteral("--y id: that column is the group")));
+    EXPECT_TRUE(fault("", "", "t").startsWith(QStringLiteral("--group t: that column is x")));
+}
