@@ -225,6 +225,38 @@ TEST_F(KelchartTest, HugeCsvStreamsThrough)
     EXPECT_TRUE(result.out.contains("cache: 200000 items, 198000 points, 2000 without y, 0 without x"));
 }
 
+// A long-format file: one variable per city, the text column noted once, times placed per group.
+TEST_F(KelchartTest, LongFormatCsvDrawsOneVariablePerGroup)
+{
+    writeText(path(QStringLiteral("cities.csv")), "day;city;sky;T [degC]\n2012-01-01;Oslo;sun;1\n2012-01-01;Rome;sun;10\n"
+                                                  "2012-01-02;Oslo;rain;2\n2012-01-02;Rome;sun;11\n");
+    const KelchartRun result = run({QStringLiteral("cities.csv"), QStringLiteral("--report"), QStringLiteral("--no-images"),
+                                    QStringLiteral("--y"), QStringLiteral("T,sky")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.err, QByteArray("kelchart: note: column \"sky\" holds text; skipped\n"));
+    const QString report = QString::fromUtf8(result.out);
+    EXPECT_TRUE(report.contains(QStringLiteral("axis \"axis.x.bottom\" at the bottom, time")));
+    EXPECT_TRUE(report.contains(QStringLiteral("variable \"Oslo\" on \"axis.x.bottom\" and \"axis.y.left\"\n"
+                                               "  cache: 2 items, 2 points, 0 without y, 0 without x\n"
+                                               "  bounds: (0, 1) .. (86400, 2)")));
+    EXPECT_TRUE(report.contains(QStringLiteral("variable \"Rome\"")));
+}
+
+TEST_F(KelchartTest, UnorderedRepeatingXIsSavedAsPoints)
+{
+    writeText(path(QStringLiteral("scatter.csv")), "h\tw\n1.8\t80\n1.6\t60\n1.8\t75\n");
+    const KelchartRun points = run({QStringLiteral("scatter.csv"), QStringLiteral("--no-images"), QStringLiteral("--save"),
+                                    QStringLiteral("points.json")});
+    EXPECT_EQ(points.exitCode, 0) << points.err.toStdString();
+    const QByteArray saved = readAll(path(QStringLiteral("points.json")));
+    EXPECT_TRUE(saved.contains("\"value\": \"none\"")) << saved.toStdString();
+    EXPECT_TRUE(saved.contains("ellipse"));
+    const KelchartRun lines = run({QStringLiteral("scatter.csv"), QStringLiteral("--no-images"), QStringLiteral("--lines"),
+                                   QStringLiteral("--save"), QStringLiteral("lines.json")});
+    EXPECT_EQ(lines.exitCode, 0) << lines.err.toStdString();
+    EXPECT_TRUE(readAll(path(QStringLiteral("lines.json"))).contains("\"value\": \"line\""));
+}
+
 namespace {
 
 struct BadInput {
@@ -283,6 +315,9 @@ INSTANTIATE_TEST_SUITE_P(
         BadInput{"MissingCsv", {QStringLiteral("missing.csv")}, "missing.csv: cannot read", 1},
         BadInput{"DirectoryAsCsv", {QStringLiteral("folder")}, "folder: is a directory", 1},
         BadInput{"RaggedCsv", {QStringLiteral("ragged.csv")}, "ragged.csv:3: expected 3 fields", 1},
+        BadInput{"UnknownColumn", {QStringLiteral("ragged.csv"), QStringLiteral("--y"), QStringLiteral("c")},
+                 "--y c: ragged.csv has no column \"c\"", 2},
+        BadInput{"TwoShapes", {QStringLiteral("--bars"), QStringLiteral("--points")}, "exclude each other", 2},
         BadInput{"MissingChartFile", {QStringLiteral("--load"), QStringLiteral("missing.json")}, "missing.json: cannot read", 1},
         BadInput{"TruncatedChartFile", {QStringLiteral("--load"), QStringLiteral("truncated.json")},
                  "truncated.json:3: malformed chart file", 1},
