@@ -4,13 +4,14 @@
 #include "NumberText.h"
 #include "TextStyle.h"
 
+#include <algorithm>
+
 namespace kelchart {
 
 namespace {
 
 constexpr double tickLength = 5;
 constexpr double labelGap = 3;
-constexpr double labelSize = 40;
 // The room of a caption across its axis band, and the least gap between the
 // caption and the offset text beside it.
 constexpr double captionHeight = 18;
@@ -94,11 +95,11 @@ void AxisPainter::paintTickLabel(const AxisResult& axis, const Tick& tick)
     m_painter.setFont(tickLabelFont());
     switch (axis.side) {
     case AxisSide::Bottom:
-        return paintText(QRectF(at.x() - labelSize, at.y(), 2 * labelSize, 14), Qt::AlignHCenter | Qt::AlignTop,
-                         tick.label, axis);
+        return paintText(horizontalLabelBox(tick.label, at.x(), at.y()), Qt::AlignHCenter | Qt::AlignTop, tick.label,
+                         axis);
     case AxisSide::Top:
-        return paintText(QRectF(at.x() - labelSize, at.y() - 14, 2 * labelSize, 14),
-                         Qt::AlignHCenter | Qt::AlignBottom, tick.label, axis);
+        return paintText(horizontalLabelBox(tick.label, at.x(), at.y() - 14), Qt::AlignHCenter | Qt::AlignBottom,
+                         tick.label, axis);
     case AxisSide::Left:
     case AxisSide::Right:
         break;
@@ -109,6 +110,14 @@ void AxisPainter::paintTickLabel(const AxisResult& axis, const Tick& tick)
     if (axis.side == AxisSide::Left)
         return paintText(QRectF(at.x() - room, at.y() - 7, room, 14), Qt::AlignRight | Qt::AlignVCenter, label, axis);
     paintText(QRectF(at.x(), at.y() - 7, room, 14), Qt::AlignLeft | Qt::AlignVCenter, label, axis);
+}
+
+// Centred on its tick, but moved inwards where it would leave the image.
+QRectF AxisPainter::horizontalLabelBox(const QString& label, double x, double top) const
+{
+    const double width = QFontMetricsF(m_painter.font()).horizontalAdvance(label);
+    const double left = std::clamp(x - width / 2, 0.0, std::max(0.0, m_layout.size().width() - width));
+    return QRectF(left, top, width, 14);
 }
 
 // Captions of vertical axes run along the axis, read from below for the left
