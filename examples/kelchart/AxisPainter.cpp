@@ -4,13 +4,18 @@
 #include "NumberText.h"
 #include "TextStyle.h"
 
+#include <algorithm>
+
 namespace kelchart {
 
 namespace {
 
 constexpr double tickLength = 5;
 constexpr double labelGap = 3;
-constexpr double labelSize = 40;
+// The room of a caption across its axis band, and the least gap between the
+// caption and the offset text beside it.
+constexpr double captionHeight = 18;
+constexpr double captionGap = 8;
 
 bool horizontal(AxisSide side)
 {
@@ -90,18 +95,29 @@ void AxisPainter::paintTickLabel(const AxisResult& axis, const Tick& tick)
     m_painter.setFont(tickLabelFont());
     switch (axis.side) {
     case AxisSide::Bottom:
-        return paintText(QRectF(at.x() - labelSize, at.y(), 2 * labelSize, 14), Qt::AlignHCenter | Qt::AlignTop,
-                         tick.label, axis);
+        return paintText(horizontalLabelBox(tick.label, at.x(), at.y()), Qt::AlignHCenter | Qt::AlignTop, tick.label,
+                         axis);
     case AxisSide::Top:
-        return paintText(QRectF(at.x() - labelSize, at.y() - 14, 2 * labelSize, 14),
-                         Qt::AlignHCenter | Qt::AlignBottom, tick.label, axis);
-    case AxisSide::Left:
-        return paintText(QRectF(at.x() - labelSize, at.y() - 7, labelSize, 14), Qt::AlignRight | Qt::AlignVCenter,
+        return paintText(horizontalLabelBox(tick.label, at.x(), at.y() - 14), Qt::AlignHCenter | Qt::AlignBottom,
                          tick.label, axis);
+    case AxisSide::Left:
     case AxisSide::Right:
         break;
     }
-    paintText(QRectF(at.x(), at.y() - 7, labelSize, 14), Qt::AlignLeft | Qt::AlignVCenter, tick.label, axis);
+    // Beside a vertical axis, a label keeps off the caption and the image edge.
+    const double room = m_layout.axisBand(axis.side).width() - tickLength - labelGap - captionHeight;
+    const QString label = elided(m_painter, tick.label, room);
+    if (axis.side == AxisSide::Left)
+        return paintText(QRectF(at.x() - room, at.y() - 7, room, 14), Qt::AlignRight | Qt::AlignVCenter, label, axis);
+    paintText(QRectF(at.x(), at.y() - 7, room, 14), Qt::AlignLeft | Qt::AlignVCenter, label, axis);
+}
+
+// Centred on its tick, but moved inwards where it would leave the image.
+QRectF AxisPainter::horizontalLabelBox(const QString& label, double x, double top) const
+{
+    const double width = QFontMetricsF(m_painter.font()).horizontalAdvance(label);
+    const double left = std::clamp(x - width / 2, 0.0, std::max(0.0, m_layout.size().width() - width));
+    return QRectF(left, top, width, 14);
 }
 
 // Captions of vertical axes run along the axis, read from below for the left
@@ -128,9 +144,13 @@ void AxisPainter::paintCaption(const AxisResult& axis)
         m_painter.rotate(90);
         break;
     }
-    paintText(box, Qt::AlignCenter, caption(axis), axis);
-    // What the time labels leave out, at the far end of the axis, where a reader looks for it.
-    paintText(box, Qt::AlignRight | Qt::AlignVCenter, axis.offsetText, axis);
+    // What the time labels leave out, at the far end of the axis, where a
+    // reader looks for it; the centred caption keeps clear of it.
+    const QString offset = elided(m_painter, axis.offsetText, box.width() / 3);
+    const double offsetWidth = offset.isEmpty() ? 0.0 : QFontMetricsF(m_painter.font()).horizontalAdvance(offset);
+    const double captionRoom = box.width() - 2 * (offsetWidth + (offset.isEmpty() ? 0.0 : captionGap));
+    paintText(box, Qt::AlignCenter, elided(m_painter, caption(axis), captionRoom), axis);
+    paintText(box, Qt::AlignRight | Qt::AlignVCenter, offset, axis);
     m_painter.restore();
 }
 

@@ -24,6 +24,7 @@ public:
 
 private:
     void paintTickLabel(const AxisResult& axis, const Tick& tick);
+    QRectF horizontalLabelBox(const QString& label, double x, double top) const;
     void paintCaption(const AxisResult& axis);
     void paintText(const QRectF& box, int flags, const QString& text, const AxisResult& axis);
 

@@ -6,6 +6,8 @@
 
 #include "KelChartAxisKinds.h"
 #include "KelChartAxisPair.h"
+#include "KelChart.h"
+#include "KelChartLegend.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -156,6 +158,13 @@ KelProperties& Loader::makeChild(KelProperties& parent, const QString& name, con
     auto* pair = dynamic_cast<KelChartAxisPair*>(&parent);
     if (pair && !parent[name])
         return makeAxis(*pair, name, type, path);
+    // A chart makes plain nodes of its children; its legend is the host's to make.
+    if (dynamic_cast<KelChart*>(&parent) && type == KelChartLegend::typeString && !parent[name]) {
+        KelProperties* legend = ElementClasses::make(type, m_group).release();
+        legend->rename(name);
+        parent.insert(legend, false);
+        return *legend;
+    }
     return parent.child(name, type);
 }
 

@@ -35,24 +35,87 @@ std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run)
 } // namespace
 
 ChartLayout::ChartLayout(const Pipeline& pipeline, QSize size)
-    : ChartLayout(pipeline.run(), size)
+    : ChartLayout(pipeline.run(), size, legendLookOf(pipeline.chart()))
 {
 }
 
-ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size)
+ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size, const LegendLook& legend)
     : m_size(size)
     , m_legendEntries(legendEntriesOf(pipeline))
+    , m_legend(legend)
 {
-    const double left = hasAxis(pipeline, AxisSide::Left) ? verticalAxisWidth : emptySide;
-    const double right = hasAxis(pipeline, AxisSide::Right) ? verticalAxisWidth : emptySide;
-    const double top = titleHeight + (hasAxis(pipeline, AxisSide::Top) ? horizontalAxisHeight : emptySide / 2);
-    const double width = std::max(1.0, size.width() - left - right);
-    m_legendColumns = std::max(1, static_cast<int>(width / legendCellWidth));
-    const auto rows = static_cast<double>((m_legendEntries.size() + m_legendColumns - 1) / m_legendColumns);
-    const double bottom = (hasAxis(pipeline, AxisSide::Bottom) ? horizontalAxisHeight : emptySide)
-                          + rows * legendRowHeight + (rows > 0 ? emptySide / 2 : 0);
+    Margins margins{hasAxis(pipeline, AxisSide::Left) ? verticalAxisWidth : emptySide,
+                    hasAxis(pipeline, AxisSide::Right) ? verticalAxisWidth : emptySide,
+                    titleHeight + (hasAxis(pipeline, AxisSide::Top) ? horizontalAxisHeight : emptySide / 2),
+                    hasAxis(pipeline, AxisSide::Bottom) ? horizontalAxisHeight : emptySide};
+    if (m_legend.shown && !m_legendEntries.empty()) {
+        if (m_legend.band == LegendBand::Left || m_legend.band == LegendBand::Right)
+            placeLegendBeside(margins);
+        else
+            placeLegendAcross(margins);
+    }
     m_title = QRectF(0, 0, size.width(), titleHeight);
-    m_plot = QRectF(left, top, width, std::max(1.0, size.height() - top - bottom));
+    m_plot = QRectF(margins.left, margins.top, std::max(1.0, size.width() - margins.left - margins.right),
+                    std::max(1.0, size.height() - margins.top - margins.bottom));
+    if (m_legend.band == LegendBand::Left || m_legend.band == LegendBand::Right) {
+        // Beside the plot, the block's vertical place follows the plot.
+        const double room = m_plot.height() - m_legendBox.height();
+        const double offset = (m_legend.alignment & Qt::AlignBottom)    ? room
+                              : (m_legend.alignment & Qt::AlignVCenter) ? room / 2
+                                                                          : 0.0;
+        m_legendBox.moveTop(m_plot.top() + std::max(0.0, offset));
+    }
+}
+
+QSizeF ChartLayout::legendBlockSize() const
+{
+    if (m_grid.columns == 0)
+        return {};
+    return {m_grid.columns * m_legendCellWidth + 2 * legendPadding,
+            m_grid.rows * legendRowHeight + 2 * legendPadding};
+}
+
+// A band above or below the plot, as wide as the plot.
+void ChartLayout::placeLegendAcross(Margins& margins)
+{
+    const double width = std::max(1.0, m_size.width() - margins.left - margins.right) - 2 * legendPadding;
+    m_legendCellWidth = std::min(legendCellWidth, width);
+    const int maxColumns = static_cast<int>(width / m_legendCellWidth);
+    const int maxRows = static_cast<int>((m_size.height() * legendBandShare - 2 * legendPadding) / legendRowHeight);
+    m_grid = LegendGrid::fit(m_legendEntries.size(), maxColumns, maxRows, m_legend.vertical);
+    const QSizeF block = legendBlockSize();
+    if (block.isEmpty())
+        return;
+    const double left = margins.left + ((m_legend.alignment & Qt::AlignHCenter) ? (width - block.width()) / 2 : 0.0);
+    if (m_legend.band == LegendBand::Top) {
+        m_legendBox = QRectF(QPointF(left, titleHeight), block);
+        margins.top += block.height() + emptySide / 2;
+    } else {
+        m_legendBox = QRectF(QPointF(left, m_size.height() - emptySide / 2 - block.height()), block);
+        margins.bottom += block.height() + emptySide / 2;
+    }
+}
+
+// A band at the left or right edge of the image, as tall as the plot; its
+// vertical place is set once the plot is known.
+void ChartLayout::placeLegendBeside(Margins& margins)
+{
+    const double width = std::max(1.0, m_size.width() * legendSideShare - 2 * legendPadding);
+    const double height = std::max(1.0, m_size.height() - margins.top - margins.bottom) - 2 * legendPadding;
+    m_legendCellWidth = std::min(legendCellWidth, width);
+    const int maxColumns = static_cast<int>(width / m_legendCellWidth);
+    const int maxRows = static_cast<int>(height / legendRowHeight);
+    m_grid = LegendGrid::fit(m_legendEntries.size(), maxColumns, maxRows, m_legend.vertical);
+    const QSizeF block = legendBlockSize();
+    if (block.isEmpty())
+        return;
+    if (m_legend.band == LegendBand::Left) {
+        m_legendBox = QRectF(QPointF(emptySide / 2, 0), block);
+        margins.left += block.width() + emptySide / 2;
+    } else {
+        m_legendBox = QRectF(QPointF(m_size.width() - emptySide / 2 - block.width(), 0), block);
+        margins.right += block.width() + emptySide / 2;
+    }
 }
 
 QRectF ChartLayout::axisBand(AxisSide side) const
@@ -72,12 +135,9 @@ QRectF ChartLayout::axisBand(AxisSide side) const
 
 QRectF ChartLayout::legendCell(std::size_t entry) const
 {
-    const auto column = static_cast<double>(entry % static_cast<std::size_t>(m_legendColumns));
-    const auto row = static_cast<double>(entry / static_cast<std::size_t>(m_legendColumns));
-    const double top = m_size.height() - emptySide / 2
-                       - std::ceil(static_cast<double>(m_legendEntries.size()) / m_legendColumns) * legendRowHeight;
-    return QRectF(m_plot.left() + column * legendCellWidth, top + row * legendRowHeight, legendCellWidth,
-                  legendRowHeight);
+    const QPointF slot = m_grid.slot(entry);
+    return QRectF(m_legendBox.left() + legendPadding + slot.x() * m_legendCellWidth,
+                  m_legendBox.top() + legendPadding + slot.y() * legendRowHeight, m_legendCellWidth, legendRowHeight);
 }
 
 QPointF ChartLayout::toPixel(const Orv::Math::Vector3& cube) const

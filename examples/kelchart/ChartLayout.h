@@ -1,11 +1,13 @@
 #pragma once
 // Where the parts of a chart go in an image: title band, plot area, axis
-// bands and legend rows. Margins are fixed pixel sizes, independent of fonts,
-// so that the report can tell where the plot lies on any machine.
+// bands and the legend's band (see LegendLayout). Margins and legend cells are
+// fixed pixel sizes, independent of fonts, so that the report can tell where
+// the plot lies on any machine.
 //
 // The plot area shows the normalised cube's x and y from -1 to 1; an axis's
 // relative positions run from its start (left, bottom) to its end.
 
+#include "LegendLayout.h"
 #include "Pipeline.h"
 
 #include "Vector.h"
@@ -26,7 +28,7 @@ public:
     static constexpr int minimumHeight = 180;
 
     ChartLayout(const Pipeline& pipeline, QSize size);
-    ChartLayout(const KelChartPipeline& run, QSize size);
+    ChartLayout(const KelChartPipeline& run, QSize size, const LegendLook& legend);
 
     QSize size() const { return m_size; }
     QRectF titleArea() const { return m_title; }
@@ -34,8 +36,15 @@ public:
     // The band beside the plot where an axis's ticks, labels and caption go.
     QRectF axisBand(AxisSide side) const;
 
-    // The cache positions of the variables shown in the legend, in order.
+    // The cache positions of the variables with a legend entry, in order;
+    // the grid tells how many of them are drawn.
     const std::vector<std::size_t>& legendEntries() const { return m_legendEntries; }
+    const LegendLook& legend() const { return m_legend; }
+    const LegendGrid& legendGrid() const { return m_grid; }
+    // The box around the drawn cells; empty when no legend is drawn.
+    QRectF legendBox() const { return m_legendBox; }
+    // The cell at that position of the filling order; the one after the
+    // drawn entries holds "and N more".
     QRectF legendCell(std::size_t entry) const;
 
     // The pixel of a point of the normalised cube (z is ignored).
@@ -50,12 +59,31 @@ private:
     static constexpr double emptySide = 16;
     static constexpr double legendCellWidth = 190;
     static constexpr double legendRowHeight = 20;
+    static constexpr double legendPadding = 4;
+    // The most of the image a legend band takes: of its width at a side, of
+    // its height above or below the plot.
+    static constexpr double legendSideShare = 0.3;
+    static constexpr double legendBandShare = 0.3;
+
+    struct Margins {
+        double left;
+        double right;
+        double top;
+        double bottom;
+    };
+
+    void placeLegendAcross(Margins& margins);
+    void placeLegendBeside(Margins& margins);
+    QSizeF legendBlockSize() const;
 
     QSize m_size;
     QRectF m_title;
     QRectF m_plot;
     std::vector<std::size_t> m_legendEntries;
-    int m_legendColumns = 1;
+    LegendLook m_legend;
+    LegendGrid m_grid;
+    QRectF m_legendBox;
+    double m_legendCellWidth = legendCellWidth;
 };
 
 } // namespace kelchart

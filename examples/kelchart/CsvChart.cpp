@@ -4,6 +4,7 @@
 #include "KelChartAxisDiscrete.h"
 #include "KelChartAxisTime.h"
 #include "KelUnitsConverter.h"
+#include "LegendLayout.h"
 
 #include <QColor>
 
@@ -124,6 +125,8 @@ void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& ti
         variable.order.set(static_cast<int>(i));
         setLook(variable.style, i, data.series.size(), data.shape);
     }
+    // The legend is the chart's own element, saved with it and set like any other.
+    addLegend(chart);
 }
 
 } // namespace kelchart

@@ -24,9 +24,10 @@ constexpr double horizontalDistance = 56;
 constexpr double verticalDistance = 30;
 
 // The interval count each valid axis of the first run has room for.
-AxisFits fitAxes(const KelChartPipeline& first, const AxisPairs& pairs, const TickRoom& room)
+AxisFits fitAxes(const KelChartPipeline& first, const AxisPairs& pairs, const TickRoom& room,
+                 const LegendLook& legend)
 {
-    const ChartLayout layout(first, room.size);
+    const ChartLayout layout(first, room.size, legend);
     AxisFits fits;
     const auto fit = [&](const KelChartAxisScale& scale, const KelChartAxis* axis, AxisSide side) {
         if (!scale.valid() || axis == nullptr)
@@ -67,7 +68,7 @@ Pipeline::Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room
     : m_chart(chart)
     , m_first(chart.unitSystem, *pairs.x, *pairs.y, *pairs.z, chart.variables,
               {KelChartPipeline::everyAxis(firstCount), false, QStringList()})
-    , m_fits(fitAxes(m_first, pairs, room))
+    , m_fits(fitAxes(m_first, pairs, room, legendLookOf(chart)))
     , m_run(*pairs.x, *pairs.y, *pairs.z, m_first.cache(), settingsFor(m_fits))
 {
     addAxis(m_run.xScales().first(), pairs.x->first(), AxisSide::Bottom);
@@ -90,7 +91,9 @@ void Pipeline::addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis,
     // A discrete scale may have more slots than it stores entries.
     const unsigned ticks = std::min(scale.size(), scale.entryCount());
     const AxisFit* fit = fitOf(m_fits, axis);
-    const unsigned stride = fit && !scale.discrete() ? TickFit::stride(scale, fit->room) : 1;
+    // A discrete axis keeps a slot for every category and labels every k-th
+    // where the labels would crowd it.
+    const unsigned stride = fit ? TickFit::stride(scale, fit->room) : 1;
     result.wanted = fit ? fit->count : firstCount;
     result.ticks.reserve(ticks);
     for (unsigned i = 0; i < ticks; ++i)

@@ -8,6 +8,7 @@
 #include "TextStyle.h"
 
 #include <QImage>
+#include <QLinearGradient>
 #include <QSvgGenerator>
 
 namespace kelchart {
@@ -15,6 +16,20 @@ namespace kelchart {
 namespace {
 
 constexpr double swatchWidth = 30;
+constexpr double titleMargin = 8;
+
+// One colour fills; several run from top to bottom.
+QBrush backgroundBrush(const QList<QColor>& colours, const QRectF& box)
+{
+    if (colours.isEmpty())
+        return Qt::NoBrush;
+    if (colours.size() == 1)
+        return colours.front();
+    QLinearGradient gradient(box.topLeft(), box.bottomLeft());
+    for (int i = 0; i < colours.size(); ++i)
+        gradient.setColorAt(static_cast<double>(i) / (colours.size() - 1), colours[i]);
+    return gradient;
+}
 
 } // namespace
 
@@ -42,20 +57,49 @@ void Renderer::paint(QPainter& painter) const
     paintLegend(painter);
 }
 
+// Elided to the image less a margin at each side, so that a long title stays inside.
 void Renderer::paintTitle(QPainter& painter) const
 {
     painter.setFont(pixelFont(15, true));
     const KelChart& chart = m_pipeline.chart();
-    paintShadowedText(painter, m_layout.titleArea(), Qt::AlignCenter, chart.title.get(), chart.textColor.get(),
-                      chart.textShadowColor.get());
+    const QRectF area = m_layout.titleArea().adjusted(titleMargin, 0, -titleMargin, 0);
+    paintShadowedText(painter, area, Qt::AlignCenter, elided(painter, chart.title.get(), area.width()),
+                      chart.textColor.get(), chart.textShadowColor.get());
 }
 
 void Renderer::paintLegend(QPainter& painter) const
 {
+    const LegendGrid& grid = m_layout.legendGrid();
+    if (grid.columns == 0)
+        return;
+    paintLegendBox(painter);
     painter.setFont(pixelFont(11));
     const std::vector<std::size_t>& entries = m_layout.legendEntries();
-    for (std::size_t entry = 0; entry < entries.size(); ++entry)
+    for (std::size_t entry = 0; entry < grid.shown; ++entry)
         paintLegendEntry(painter, m_pipeline.scaling().variable(entries[entry]).variable(), m_layout.legendCell(entry));
+    if (grid.more > 0)
+        paintLegendText(painter, m_layout.legendCell(grid.shown).adjusted(4, 0, -4, 0),
+                        QStringLiteral("and %1 more").arg(grid.more));
+}
+
+void Renderer::paintLegendBox(QPainter& painter) const
+{
+    const LegendLook& look = m_layout.legend();
+    if (!look.boxed())
+        return;
+    const QRectF box = m_layout.legendBox();
+    painter.save();
+    painter.setPen(look.border.alpha() > 0 ? QPen(look.border, 1.0) : QPen(Qt::NoPen));
+    painter.setBrush(backgroundBrush(look.background, box));
+    painter.drawRect(box.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.restore();
+}
+
+void Renderer::paintLegendText(QPainter& painter, const QRectF& box, const QString& text) const
+{
+    const LegendLook& look = m_layout.legend();
+    paintShadowedText(painter, box, Qt::AlignLeft | Qt::AlignVCenter, elided(painter, text, box.width()), look.text,
+                      look.shadow);
 }
 
 // A swatch of the series' look, then its title, or its name when untitled.
@@ -75,11 +119,7 @@ void Renderer::paintLegendEntry(QPainter& painter, const KelChartVariable& varia
     SeriesLook::paintSymbol(painter, style, 0, swatch.center());
     painter.restore();
     const QString name = variable.title.get().isEmpty() ? variable.name() : variable.title.get();
-    const QRectF text = cell.adjusted(swatchWidth + 6, 0, -4, 0);
-    const KelChart& chart = m_pipeline.chart();
-    paintShadowedText(painter, text, Qt::AlignLeft | Qt::AlignVCenter,
-                      painter.fontMetrics().elidedText(name, Qt::ElideRight, static_cast<int>(text.width())),
-                      chart.textColor.get(), chart.textShadowColor.get());
+    paintLegendText(painter, cell.adjusted(swatchWidth + 6, 0, -4, 0), name);
 }
 
 void Renderer::writePng(const QString& path) const

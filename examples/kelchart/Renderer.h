@@ -25,6 +25,8 @@ public:
 private:
     void paintTitle(QPainter& painter) const;
     void paintLegend(QPainter& painter) const;
+    void paintLegendBox(QPainter& painter) const;
+    void paintLegendText(QPainter& painter, const QRectF& box, const QString& text) const;
     void paintLegendEntry(QPainter& painter, const KelChartVariable& variable, const QRectF& cell) const;
 
     const Pipeline& m_pipeline;

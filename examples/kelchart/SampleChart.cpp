@@ -2,6 +2,7 @@
 
 #include "KelChartAxisContinuous.h"
 #include "KelChartAxisDiscrete.h"
+#include "LegendLayout.h"
 
 #include <cmath>
 #include <limits>
@@ -139,6 +140,7 @@ std::unique_ptr<KelChart2D> SampleChart::build(KelModifiedGroup& group)
     chart->title.set(QStringLiteral("Weather station, one day"));
     addAxes(*chart);
     addVariables(*chart);
+    addLegend(*chart);
     return chart;
 }
 

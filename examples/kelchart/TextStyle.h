@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QRectF>
 #include <QString>
@@ -23,6 +24,13 @@ inline QFont pixelFont(int pixels, bool bold = false)
 inline QFont tickLabelFont()
 {
     return pixelFont(11);
+}
+
+// The text as wide as the painter's font draws it in `width` pixels at most,
+// ending in "..." where it is cut.
+inline QString elided(const QPainter& painter, const QString& text, double width)
+{
+    return QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, width);
 }
 
 inline void paintShadowedText(QPainter& painter, const QRectF& box, int flags, const QString& text,
