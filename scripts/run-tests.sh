@@ -10,6 +10,7 @@ case "${1:-}" in
     build=$top/build-sanitize
     "$top/scripts/build.sh" "$build" -DORV_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
     export ASAN_OPTIONS=detect_leaks=1:halt_on_error=1 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
+    export LSAN_OPTIONS=suppressions=$top/scripts/lsan.supp:print_suppressions=0
     ;;
   --qt6)
     build=$top/build-qt6
