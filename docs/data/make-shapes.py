@@ -9,6 +9,12 @@ seeds. Nothing here is copied from any public data set.
   sales-monthly.csv     year-month dates, two series of different units
   quarterly-growth.csv  year-quarter texts
   visitors-daily.csv    month-name dates ("Jan 1 2000")
+  load-hourly.csv       a byte-order mark, CRLF line ends, ISO times with an offset
+  products-sold.csv     300 categories on a discrete axis
+  lab-results.tsv       tab-separated, quoted names, a line break inside quotes
+  sensors-wide.csv      23 series with long names
+  anomaly-yearly.csv    years as plain numbers (a continuous axis)
+  body-measures.csv     a scatter of height and weight with a group column
 """
 
 import datetime
@@ -83,5 +89,65 @@ def visitors_daily():
             out.write(f"{names[day.month - 1]} {day.day} {day.year},{count}\n")
 
 
-for make in (generation_long, wind_grid, weather_daily, sales_monthly, quarterly_growth, visitors_daily):
+def load_hourly():
+    random.seed(7)
+    with open("load-hourly.csv", "w", encoding="utf-8-sig", newline="\r\n") as out:
+        out.write("time,load [MW]\n")
+        start = datetime.datetime(2023, 10, 27, tzinfo=datetime.timezone(datetime.timedelta(hours=2)))
+        for hour in range(96):
+            t = start + datetime.timedelta(hours=hour)
+            load = 5200 + 1400 * math.sin(2 * math.pi * (hour - 9) / 24) + random.gauss(0, 120)
+            out.write(f"{t.isoformat(timespec='minutes')},{load:.0f}\n")
+
+
+def products_sold():
+    random.seed(8)
+    with open("products-sold.csv", "w", encoding="utf-8") as out:
+        out.write("product,sold\n")
+        for i in range(300):
+            out.write(f"P-{1000 + i},{int(random.expovariate(1 / 40))}\n")
+
+
+def lab_results():
+    random.seed(9)
+    with open("lab-results.tsv", "w", encoding="utf-8") as out:
+        out.write("sample\tpH [1]\tconductivity [uS/cm]\n")
+        for i in range(12):
+            name = f'"well {i + 1}\n(north)"' if i % 4 == 0 else f'"well {i + 1}, east"'
+            out.write(f"{name}\t{random.gauss(7.1, 0.3):.2f}\t{random.gauss(540, 60):.0f}\n")
+
+
+def sensors_wide():
+    random.seed(10)
+    names = [f"thermocouple {i + 1:02d} in the north-east corner of hall {i // 4 + 1}" for i in range(23)]
+    with open("sensors-wide.csv", "w", encoding="utf-8") as out:
+        out.write("minute [min]," + ",".join(f"{n} [degC]" for n in names) + "\n")
+        for minute in range(0, 240, 5):
+            row = [f"{20 + i * 0.4 + 3 * math.sin((minute + 10 * i) / 40) + random.gauss(0, 0.2):.2f}"
+                   for i in range(23)]
+            out.write(f"{minute}," + ",".join(row) + "\n")
+
+
+def anomaly_yearly():
+    random.seed(11)
+    with open("anomaly-yearly.csv", "w", encoding="utf-8") as out:
+        out.write("year,anomaly [K]\n")
+        for year in range(1880, 2024):
+            trend = 0.0 if year < 1950 else 0.018 * (year - 1950)
+            out.write(f"{year},{-0.3 + trend + random.gauss(0, 0.12):.2f}\n")
+
+
+def body_measures():
+    random.seed(12)
+    with open("body-measures.csv", "w", encoding="utf-8") as out:
+        out.write("height [cm],group,weight [kg]\n")
+        for _ in range(300):
+            group = random.choice(["adults", "teenagers"])
+            height = round(random.gauss(172 if group == "adults" else 160, 9))
+            weight = 0.9 * (height - 100) + random.gauss(0, 7) - (8 if group == "teenagers" else 0)
+            out.write(f"{height},{group},{weight:.1f}\n")
+
+
+for make in (generation_long, wind_grid, weather_daily, sales_monthly, quarterly_growth, visitors_daily,
+             load_hourly, products_sold, lab_results, sensors_wide, anomaly_yearly, body_measures):
     make()
