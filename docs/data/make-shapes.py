@@ -97,7 +97,7 @@ def load_hourly():
         for hour in range(96):
             t = start + datetime.timedelta(hours=hour)
             load = 5200 + 1400 * math.sin(2 * math.pi * (hour - 9) / 24) + random.gauss(0, 120)
-            out.write(f"{t.isoformat(timespec='minutes')},{load:.0f}\n")
+            out.write(f"{t:%Y-%m-%dT%H:%M}+02:00,{load:.0f}\n")
 
 
 def products_sold():
