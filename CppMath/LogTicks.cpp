@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <utility>
 #include <limits>
 
@@ -126,27 +127,19 @@ void LogTicks::placeLinear(double lo, double hi, int count)
 
 void LogTicks::placeDecades(double lo, double hi, int count)
 {
-    m_stride = strideFor(lo, hi, count);
-    m_min = std::floor(lo / m_stride) * m_stride;
-    m_max = std::ceil(hi / m_stride) * m_stride;
-    // Beyond the doubles a major has no value; the range then ends at the data's decades.
-    if (m_min < MinExponent)
-        m_min = std::floor(lo);
-    if (m_max > MaxExponent)
-        m_max = std::ceil(hi);
-    if (m_format.notation == NumberFormat::Notation::Automatic)
-        resolveNotation();
-    const int first = std::max(MinExponent, static_cast<int>(m_min));
-    const int last = std::min(MaxExponent, static_cast<int>(m_max));
-    for (int k = first; k <= last; ++k) {
-        Tick tick;
-        if (k % m_stride == 0 && makeTick(1, k, m_format, tick))
-            m_majors.push_back(tick);
+    // Strides are chosen for the decades a double can show; a wider stride that leaves fewer
+    // than two of them inside gives way to the next narrower one.
+    const double shownLo = std::max(lo, static_cast<double>(MinExponent));
+    const double shownHi = std::min(hi, static_cast<double>(MaxExponent));
+    const int* stride = std::find(std::begin(Strides), std::end(Strides), strideFor(shownLo, shownHi, count));
+    for (; m_majors.size() < 2; --stride) {
+        placeMajors(lo, hi, *stride);
+        if (stride == std::begin(Strides))
+            break;
     }
     if (m_majors.size() < 2) {
         // Only at the very ends of the doubles: nothing to tick.
-        m_majors.clear();
-        m_stride = 0;
+        *this = LogTicks();
         return;
     }
     m_regime = Regime::Decades;
@@ -154,6 +147,31 @@ void LogTicks::placeDecades(double lo, double hi, int count)
         roundToMinors(lo, hi);
     if (m_stride <= WidestStrideWithMinors)
         addMinors(static_cast<int>(std::floor(m_min)), static_cast<int>(std::ceil(m_max)));
+}
+
+// The range rounded out to multiples of the stride, and the powers of ten at them.
+void LogTicks::placeMajors(double lo, double hi, int stride)
+{
+    m_stride = stride;
+    m_majors.clear();
+    m_min = std::floor(lo / stride) * stride;
+    m_max = std::ceil(hi / stride) * stride;
+    // Beyond the doubles a major has no value; the range then ends at the data's decades.
+    if (m_min < MinExponent)
+        m_min = std::floor(lo);
+    if (m_max > MaxExponent)
+        m_max = std::ceil(hi);
+    if (m_format.notation == NumberFormat::Notation::Automatic || m_notationResolved) {
+        m_notationResolved = true;
+        resolveNotation();
+    }
+    const int first = static_cast<int>(std::max<double>(MinExponent, m_min));
+    const int last = static_cast<int>(std::min<double>(MaxExponent, m_max));
+    for (int k = first; k <= last; ++k) {
+        Tick tick;
+        if (k % stride == 0 && makeTick(1, k, m_format, tick))
+            m_majors.push_back(tick);
+    }
 }
 
 // Narrows the decade range to the minor ticks around the data, while two majors stay inside.

@@ -67,6 +67,7 @@ public:
 
 private:
     void placeDecades(double lo, double hi, int count);
+    void placeMajors(double lo, double hi, int stride);
     void placeLinear(double lo, double hi, int count);
     void addMinors(int firstExponent, int lastExponent);
     void roundToMinors(double lo, double hi);
@@ -80,6 +81,7 @@ private:
     std::vector<Tick> m_majors;
     std::vector<Tick> m_minors;
     NumberFormat m_format;
+    bool m_notationResolved = false; // Automatic was asked for and is chosen per stride
 };
 
 } // namespace Orv::Math

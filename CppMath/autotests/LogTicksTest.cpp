@@ -186,6 +186,18 @@ TEST(LogTicks, InvertedFractions)
     EXPECT_EQ(t.fraction(t.major(1).position, false), 0.5);
 }
 
+TEST(LogTicks, PositionsBeyondTheDoublesStillGetTwoMajors)
+{
+    // Only positions, never values, can lie out there: ticks come from the decades doubles hold.
+    for (const int count : {0, 1, 5, 1000}) {
+        const LogTicks t(-106.1, 1105.1, count, NumberFormat());
+        ASSERT_GE(t.size(), 2);
+        EXPECT_LE(t.min(), -106.1);
+        EXPECT_GE(t.max(), 1105.1);
+        EXPECT_LE(t.major(t.size() - 1).position, LogTicks::MaxExponent);
+    }
+}
+
 TEST(LogTicks, DegenerateRangesAreEmpty)
 {
     const double nan = std::nan("");

@@ -8,6 +8,7 @@
 #include "KelChartVariableListCache.h"
 
 #include "CalendarTicks.h"
+#include "LogTicks.h"
 #include "OrvDiagnostics.h"
 
 #include <algorithm>
@@ -118,6 +119,7 @@ KelChartAxisScale::KelChartAxisScale()
     , m_discrete(false)
     , m_inverted(false)
     , m_baseLine(0.0)
+    , m_logarithmic(false)
     , m_axis(nullptr)
     , m_cache(nullptr)
 {
@@ -159,6 +161,9 @@ void KelChartAxisScale::reset()
     m_axisName.clear();
     m_baseLine = 0.0;
     m_offsetText.clear();
+    m_logarithmic = false;
+    m_realValues.clear();
+    m_minorTicks.clear();
 }
 
 void KelChartAxisScale::update(unsigned int tickCount, const Orv::Math::NumberFormat& format)
@@ -171,7 +176,9 @@ void KelChartAxisScale::update(unsigned int tickCount, const Orv::Math::NumberFo
     const QString type = m_axis->type();
     const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(m_axis);
     const auto* time = dynamic_cast<const KelChartAxisTime*>(m_axis);
-    if (type == KelChartAxisContinuous::typeString && continuous) {
+    if (type == KelChartAxisContinuous::typeString && continuous && continuous->logarithmic.get()) {
+        updateLogarithmic(*continuous, tickCount, format);
+    } else if (type == KelChartAxisContinuous::typeString && continuous) {
         updateContinuous(*continuous, tickCount, format);
     } else if (type == KelChartAxisTime::typeString && time) {
         updateTime(*time, tickCount, format);
@@ -207,6 +214,63 @@ bool KelChartAxisScale::continuousRange(const KelChartAxisContinuous& axis, doub
         return true;
     }
     return continuousDataRange(lo, hi);
+}
+
+void KelChartAxisScale::updateLogarithmic(const KelChartAxisContinuous& axis, unsigned int tickCount,
+                                          const Orv::Math::NumberFormat& format)
+{
+    m_logarithmic = true;
+    double lo = 0.0;
+    double hi = 1.0;
+    if (!logarithmicRange(axis, lo, hi)) {
+        // Nothing positive to show: one decade, 1 to 10.
+        lo = 0.0;
+        hi = 1.0;
+    }
+    const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
+    takeLogTicks(Orv::Math::LogTicks(lo, hi, count, format));
+    m_valid = m_max > m_min;
+}
+
+bool KelChartAxisScale::logarithmicRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const
+{
+    const double fixedMin = axis.min.get();
+    const double fixedMax = axis.max.get();
+    if (!axis.autoScale.get() && fixedMin < fixedMax) {
+        if (fixedMin > 0) {
+            lo = std::log10(fixedMin);
+            hi = std::log10(fixedMax);
+            return true;
+        }
+        orvdebug::warning("logarithmic axis \"", m_axisName, "\": its fixed range ", fixedMin, " to ", fixedMax,
+                          " reaches zero or below; it is scaled to the data");
+    }
+    return continuousDataRange(lo, hi, true);
+}
+
+void KelChartAxisScale::takeLogTicks(const Orv::Math::LogTicks& ticks)
+{
+    m_min = ticks.min();
+    m_max = ticks.max();
+    m_factor = ticks.factor();
+    m_size = static_cast<unsigned int>(ticks.size());
+    m_values.reserve(m_size);
+    m_realValues.reserve(m_size);
+    m_labels.reserve(m_size);
+    m_percentages.reserve(m_size);
+    for (int i = 0; i < ticks.size(); ++i) {
+        const Orv::Math::LogTicks::Tick& tick = ticks.major(i);
+        m_values.push_back(tick.position);
+        m_realValues.push_back(tick.value);
+        m_labels.push_back(QString::fromStdString(tick.label));
+        m_percentages.push_back(ticks.fraction(tick.position, m_inverted));
+    }
+    m_minorTicks.reserve(static_cast<size_t>(ticks.minorCount()));
+    for (int i = 0; i < ticks.minorCount(); ++i) {
+        const Orv::Math::LogTicks::Tick& tick = ticks.minor(i);
+        m_minorTicks.push_back(MinorTick{tick.position, tick.value, ticks.fraction(tick.position, m_inverted),
+                                         QString::fromStdString(tick.label)});
+    }
 }
 
 void KelChartAxisScale::updateTime(const KelChartAxisTime& axis, unsigned int tickCount,
@@ -254,7 +318,23 @@ void KelChartAxisScale::takeCalendarTicks(const Orv::Math::CalendarTicks& ticks,
     m_offsetText = QString::fromStdString(ticks.offsetText());
 }
 
-bool KelChartAxisScale::continuousDataRange(double& lo, double& hi) const
+namespace {
+
+// Whether the cache holds a defined value along x, or along y: the points with
+// both defined, or those with only this component defined.
+bool hasDefinedX(const KelChartVariableCache& cache)
+{
+    return !cache.x().empty() || !cache.yUndef().empty();
+}
+
+bool hasDefinedY(const KelChartVariableCache& cache)
+{
+    return !cache.y().empty() || !cache.xUndef().empty();
+}
+
+} // namespace
+
+bool KelChartAxisScale::continuousDataRange(double& lo, double& hi, bool definedOnly) const
 {
     bool found = false;
     double margin = 0.0;
@@ -268,10 +348,14 @@ bool KelChartAxisScale::continuousDataRange(double& lo, double& hi) const
         double low;
         double high;
         if (variable.xAxis.get() == m_axisName) {
+            if (definedOnly && !hasDefinedX(cache))
+                continue;
             low = cache.bounds().min().x();
             high = cache.bounds().max().x();
             margin = std::max(margin, 0.02);
         } else if (variable.yAxis.get() == m_axisName) {
+            if (definedOnly && !hasDefinedY(cache))
+                continue;
             low = cache.bounds().min().y();
             high = cache.bounds().max().y();
             // A flat range has no width to widen by; it gets a margin of the union instead.

@@ -41,6 +41,15 @@
 // tick (outside the years 1 to 9999, or too short for two ticks a microsecond
 // apart).
 //
+// Logarithmic continuous axes ("logarithmic" true) keep every position in
+// log10 space, as the data arrive from the iterator: min, max, the tick values
+// and the base line are exponents, and the range's margin is taken there. A
+// fixed "min" and "max" are real values (both must be positive, else the data
+// decide). The ticks are powers of ten (1, 2, 5, ... decades apart) with minor
+// ticks between them, or, under one decade, nice linear values placed at their
+// logarithms; labels and `realValue` give the real values. Variables without
+// a positive value on the axis leave it at 1..10.
+//
 // Entries are read by index below `size()`; an index past the stored entries
 // answers 0 and an empty text, so a loop up to `size()` is safe, and
 // `entryCount()` tells how many are stored.
@@ -65,6 +74,7 @@ class KelChartEpochConversion;
 class KelChartVariableListCache;
 namespace Orv::Math {
 class CalendarTicks;
+class LogTicks;
 }
 
 class ORV_CHART_EXPORT KelChartAxisScale {
@@ -103,6 +113,28 @@ public:
     bool inverted() const { return m_inverted; }
     // The value of the range nearest to zero.
     double baseLine() const { return m_baseLine; }
+
+    // Whether positions are log10 of the values (a logarithmic continuous axis).
+    bool logarithmic() const { return m_logarithmic; }
+    // The value tick i stands for: 10^value(i) on a logarithmic axis (the
+    // double nearest the power of ten it shows), value(i) otherwise.
+    double realValue(unsigned int i) const
+    {
+        return i < m_realValues.size() ? m_realValues[i] : value(i);
+    }
+
+    // Unlabelled ticks between the labelled ones (logarithmic axes only): a
+    // position in the axis's coordinates like `value`, the real value, the
+    // relative position like `percentage`, and a label a host may draw where
+    // there is room. Hosts that draw only the ticks above may ignore them.
+    struct MinorTick {
+        double value = 0.0;
+        double realValue = 0.0;
+        double percentage = 0.0;
+        QString label;
+    };
+    unsigned int minorTickCount() const { return static_cast<unsigned int>(m_minorTicks.size()); }
+    const MinorTick& minorTick(unsigned int i) const { return m_minorTicks.at(i); }
     // What the labels of a time axis leave out because every tick shares it
     // ("2012", "2012-03-14"); empty for other axes.
     QString offsetText() const { return m_offsetText; }
@@ -132,13 +164,22 @@ private:
                           const Orv::Math::NumberFormat& format);
     // The range of the data on this axis with its margin; false when no valid
     // variable draws on the axis along x or y.
-    bool continuousDataRange(double& lo, double& hi) const;
+    // With `definedOnly`, variables whose every value on the axis is undefined
+    // are left out rather than counted at the cache's stand-in 0.
+    bool continuousDataRange(double& lo, double& hi, bool definedOnly = false) const;
     // Takes range, factor and ticks from the intervals. All tick production
     // runs through here.
     void takeTicks(const Orv::Math::NiceIntervals& intervals);
 
     // The fixed range, or the data's range with its margin; false when neither.
     bool continuousRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const;
+
+    // Powers of ten or linear ticks of the real values, placed in log10 space.
+    void updateLogarithmic(const KelChartAxisContinuous& axis, unsigned int tickCount,
+                           const Orv::Math::NumberFormat& format);
+    // The fixed range turned into log10 space, or the data's.
+    bool logarithmicRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const;
+    void takeLogTicks(const Orv::Math::LogTicks& ticks);
 
     // Calendar ticks in the axis's zone; a unit that is not a timestamp gives numeric ticks.
     void updateTime(const KelChartAxisTime& axis, unsigned int tickCount, const Orv::Math::NumberFormat& format);
@@ -166,6 +207,9 @@ private:
     bool m_inverted;
     double m_baseLine;
     QString m_offsetText;
+    bool m_logarithmic;
+    std::vector<double> m_realValues; // logarithmic axes only
+    std::vector<MinorTick> m_minorTicks;
     const KelChartAxis* m_axis;
     const KelChartVariableListCache* m_cache;
 };

@@ -78,6 +78,19 @@ bool applyAxisUnits(KelChartVariable& var, const Pairs& pairs)
     return var.variableiter.setUnits(units[0], units[1], units[2]);
 }
 
+// Values at or below zero have no position on a logarithmic axis; the host hears once per
+// variable how many were left out, not once per point.
+void reportValuesWithoutLogarithm(KelChartVariable& var)
+{
+    const std::size_t lost = var.variableiter.valuesWithoutLogarithm();
+    if (lost > 0) {
+        const bool one = lost == 1;
+        orvdebug::warning("variable \"", var.name(), "\": ", lost, one ? " value" : " values",
+                          " at or below zero ", one ? "has" : "have", " no logarithm on a logarithmic axis and ",
+                          one ? "is" : "are", " not drawn");
+    }
+}
+
 } // namespace
 
 KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem& units, KelChartVariableList& list)
@@ -111,6 +124,8 @@ KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem& un
                                  ORV_FUNCTION_SIGNATURE);
         var->SetUnitsConversion(units);
     }
+    for (KelChartVariable* var : variables)
+        reportValuesWithoutLogarithm(*var);
 }
 
 std::vector<const KelChartVariable*> KelChartUpdateVariableUnits::operator()()

@@ -20,18 +20,22 @@ void release(std::vector<T>& values)
     std::vector<T>().swap(values);
 }
 
-// Values <= 0 become NaN and undefined; NaN stays an ordinary NaN.
+// Values <= 0 become NaN and undefined; NaN stays an ordinary NaN. Gives how many
+// values the host had defined lost theirs.
 template <class T>
-void takeLog10(std::vector<T>& values, std::vector<bool>& undefined)
+std::size_t takeLog10(std::vector<T>& values, std::vector<bool>& undefined)
 {
+    std::size_t lost = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i] <= 0) {
             values[i] = std::numeric_limits<T>::quiet_NaN();
+            lost += undefined[i] ? 0 : 1;
             undefined[i] = true;
         } else {
             values[i] = std::log10(values[i]);
         }
     }
+    return lost;
 }
 
 // Flags shorter than the data leave the remaining items defined.
@@ -141,6 +145,13 @@ bool KelVariableIter::next()
         return false;
     m_current = m_next++;
     return true;
+}
+
+std::size_t KelVariableIter::valuesWithoutLogarithm()
+{
+    if (!m_prepared)
+        prepare();
+    return m_withoutLogarithm;
 }
 
 void KelVariableIter::reset()
@@ -288,6 +299,7 @@ void KelVariableIter::prepare()
     m_xView = nullptr;
     m_yView = nullptr;
     m_undefinedView = {&m_undefined[0], &m_undefined[1]};
+    m_withoutLogarithm = 0;
     if (m_dimension != 1)
         release(m_convertedScalars);
     if (m_dimension != 2) {
@@ -329,7 +341,7 @@ const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& 
     if (!isConverted)
         converted = native;
     m_logUndefined[index] = m_undefined[index];
-    takeLog10(converted, m_logUndefined[index]);
+    m_withoutLogarithm += takeLog10(converted, m_logUndefined[index]);
     m_undefinedView[index] = &m_logUndefined[index];
     return converted.data();
 }

@@ -49,6 +49,10 @@ public:
     int dimension() const { return m_dimension; }
     QString nativeUnit(Orv::Math::Vector3::Comp c) const;
 
+    // How many defined values of logarithmic components are <= 0 and so were
+    // delivered undefined, counted over both components.
+    std::size_t valuesWithoutLogarithm();
+
     bool next() override;
     void reset() override;
     // The value of a scalar item, or the first component of a 2-D item.
@@ -106,6 +110,7 @@ private:
     // flags of values without logarithm.
     std::array<std::vector<bool>, 2> m_logUndefined;
     std::array<const std::vector<bool>*, 2> m_undefinedView = {nullptr, nullptr};
+    std::size_t m_withoutLogarithm = 0;
     std::size_t m_count = 0;
     std::size_t m_next = 0;
     std::size_t m_current = noItem;

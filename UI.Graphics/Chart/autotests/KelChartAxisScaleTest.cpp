@@ -235,3 +235,102 @@ TEST_F(KelChartAxisScaleTest, DiscreteEntriesStopAtTheLimitWithOneWarning)
                                            "its scale keeps only the first 1000000"});
     }
 }
+
+// A logarithmic "bottom" and variables whose iterators deliver log10 along x, as the unit update
+// sets them up.
+class KelChartAxisScaleLogarithmicTest : public KelChartAxisScaleTest {
+protected:
+    KelChartAxisContinuous& logAxis()
+    {
+        KelChartAxisContinuous& bottom = continuousAxis();
+        bottom.logarithmic.set(true);
+        return bottom;
+    }
+    void addLogOn(const KelChartAxis& axis, std::vector<float> x)
+    {
+        const auto size = x.size();
+        addVariable("v", std::move(x), std::vector<float>(size, 1.0f), {axis.name(), "other"})
+            .variableiter.setLogarithmic(true, false, false);
+    }
+    static std::vector<std::string> labels(const KelChartAxisScale& scale)
+    {
+        std::vector<std::string> texts;
+        for (unsigned int i = 0; i < scale.size(); ++i)
+            texts.push_back(scale.label(i).toStdString());
+        return texts;
+    }
+};
+
+TEST_F(KelChartAxisScaleLogarithmicTest, SixDecadesGetPowersOfTenWithMinorsBetween)
+{
+    KelChartAxisContinuous& axis = logAxis();
+    addLogOn(axis, {0.002f, 0.3f, 1500.0f});
+    KelChartAxisScale scale = scaleOf(axis);
+    scale.update(7, format);
+    ASSERT_TRUE(scale.valid() && scale.logarithmic());
+    EXPECT_EQ(labels(scale), (std::vector<std::string>{"0.001", "0.01", "0.1", "1", "10", "100", "1000"}));
+    for (unsigned int i = 0; i < scale.size(); ++i) {
+        EXPECT_EQ(scale.value(i), -3.0 + i);
+        EXPECT_EQ(scale.realValue(i), std::pow(10.0, -3.0 + i));
+    }
+    // The 2% margin is taken in log space, then rounded out to the minor ticks around it.
+    EXPECT_EQ(scale.minorTick(0).label, "0.002");
+    ASSERT_GT(scale.minorTickCount(), 40u);
+    const KelChartAxisScale::MinorTick& last = scale.minorTick(scale.minorTickCount() - 1);
+    EXPECT_EQ(last.label, "2000");
+    EXPECT_EQ(scale.max(), last.value);
+    EXPECT_EQ(last.percentage, 1.0);
+    EXPECT_EQ(scale.baseLine(), 0.0); // the value 1
+
+    // Fewer ticks wanted: every other decade, the skipped ones as minors.
+    scale.update(tickCount, format);
+    EXPECT_EQ(labels(scale), (std::vector<std::string>{"0.0001", "0.01", "1", "100", "10000"}));
+    EXPECT_EQ(scale.minorTickCount(), 4u);
+    EXPECT_EQ(scale.minorTick(0).label, "0.001");
+}
+
+TEST_F(KelChartAxisScaleLogarithmicTest, UnderADecadeGetsLinearTicksOfTheRealValues)
+{
+    KelChartAxisContinuous& axis = logAxis();
+    addLogOn(axis, {101.1f, 101.9f});
+    const KelChartAxisScale scale = scaleOf(axis, true);
+    ASSERT_GE(scale.size(), 2u);
+    EXPECT_EQ(scale.label(0).left(4), "101.");
+    EXPECT_DOUBLE_EQ(scale.value(0), std::log10(scale.realValue(0)));
+    EXPECT_EQ(scale.minorTickCount(), 0u);
+}
+
+TEST_F(KelChartAxisScaleLogarithmicTest, FixedRangeIsGivenInRealValues)
+{
+    KelChartAxisContinuous& axis = fixed(logAxis(), 0.01, 1000);
+    addLogOn(axis, {5.0f, 6.0f});
+    const KelChartAxisScale scale = scaleOf(axis, true);
+    EXPECT_EQ(std::make_pair(scale.min(), scale.max()), std::make_pair(-2.0, 3.0));
+    EXPECT_EQ(labels(scale).front(), "0.01");
+
+    // Zero has no logarithm: the data decide, and the host hears why.
+    fixed(axis, 0, 1000);
+    const KelChartAxisScale fromData = scaleOf(axis, true);
+    EXPECT_LT(fromData.max(), 1.0);
+    EXPECT_EQ(errors().size(), 1u);
+}
+
+TEST_F(KelChartAxisScaleLogarithmicTest, NoPositiveValueLeavesTheAxisAtOneToTen)
+{
+    KelChartAxisContinuous& axis = logAxis();
+    addLogOn(axis, {0.0f, -3.0f});
+    const KelChartAxisScale scale = scaleOf(axis, true);
+    ASSERT_TRUE(scale.valid());
+    EXPECT_EQ(std::make_pair(scale.min(), scale.max()), std::make_pair(0.0, 1.0));
+    EXPECT_EQ(labels(scale), (std::vector<std::string>{"1", "10"}));
+}
+
+TEST_F(KelChartAxisScaleLogarithmicTest, TimeAndLinearAxesHaveNoMinorsAndRealValuesAreValues)
+{
+    KelChartAxisContinuous& axis = continuousAxis();
+    addOn(axis, 'x', 0, 100);
+    const KelChartAxisScale scale = scaleOf(axis, true);
+    EXPECT_FALSE(scale.logarithmic());
+    EXPECT_EQ(scale.minorTickCount(), 0u);
+    EXPECT_EQ(scale.realValue(1), scale.value(1));
+}

@@ -85,11 +85,14 @@ TEST_F(KelChartUpdateVariableUnitsTest, LogarithmicAxesAreFollowedAndRefusedUnit
     bool x = true, y = false, z = true;
     temperature.variableiter.logarithmic(x, y, z);
     EXPECT_TRUE(!x && y && !z);
+    // other's kelvins, delivered in degrees Celsius, fall below zero: no logarithm, one warning for both.
     EXPECT_EQ(errors(),
-              std::vector<std::string>{"WARNING: false && \"setting preferred units on a variable iter failed!\" - "
-                                       "KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem&, "
-                                       "const KelChartAxisPair&, const KelChartAxisPair&, const KelChartAxisPair&, "
-                                       "KelChartVariableList&)"});
+              (std::vector<std::string>{"WARNING: false && \"setting preferred units on a variable iter failed!\" - "
+                                        "KelChartUpdateVariableUnits::KelChartUpdateVariableUnits(const KelUnitSystem&, "
+                                        "const KelChartAxisPair&, const KelChartAxisPair&, const KelChartAxisPair&, "
+                                        "KelChartVariableList&)",
+                                        "WARNING: variable \"other\": 2 values at or below zero have no logarithm on a "
+                                        "logarithmic axis and are not drawn"}));
 }
 
 // With the unit system on, each variable is delivered in the preferred SI units; the axes are not asked.
