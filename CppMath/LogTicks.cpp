@@ -50,6 +50,12 @@ bool makeTick(int m, int k, const NumberFormat& format, LogTicks::Tick& tick)
     return true;
 }
 
+// A position as a decade exponent a double can hold, for loops over decades.
+int clampedExponent(double position)
+{
+    return static_cast<int>(std::clamp<double>(position, LogTicks::MinExponent, LogTicks::MaxExponent));
+}
+
 // Intervals between majors for a stride, the range rounded out to multiples of it.
 double intervalsFor(double lo, double hi, int stride)
 {
@@ -146,7 +152,7 @@ void LogTicks::placeDecades(double lo, double hi, int count)
     if (m_stride == 1)
         roundToMinors(lo, hi);
     if (m_stride <= WidestStrideWithMinors)
-        addMinors(static_cast<int>(std::floor(m_min)), static_cast<int>(std::ceil(m_max)));
+        addMinors(clampedExponent(std::floor(m_min)), clampedExponent(std::ceil(m_max)));
 }
 
 // The range rounded out to multiples of the stride, and the powers of ten at them.
@@ -156,6 +162,11 @@ void LogTicks::placeMajors(double lo, double hi, int stride)
     m_majors.clear();
     m_min = std::floor(lo / stride) * stride;
     m_max = std::ceil(hi / stride) * stride;
+    // A quotient that underflowed (a subnormal exponent over the stride) rounds the wrong way.
+    if (m_min > lo)
+        m_min -= stride;
+    if (m_max < hi)
+        m_max += stride;
     // Beyond the doubles a major has no value; the range then ends at the data's decades.
     if (m_min < MinExponent)
         m_min = std::floor(lo);
@@ -165,8 +176,8 @@ void LogTicks::placeMajors(double lo, double hi, int stride)
         m_notationResolved = true;
         resolveNotation();
     }
-    const int first = static_cast<int>(std::max<double>(MinExponent, m_min));
-    const int last = static_cast<int>(std::min<double>(MaxExponent, m_max));
+    const int first = clampedExponent(std::ceil(m_min));
+    const int last = clampedExponent(std::floor(m_max));
     for (int k = first; k <= last; ++k) {
         Tick tick;
         if (k % stride == 0 && makeTick(1, k, m_format, tick))
@@ -177,6 +188,9 @@ void LogTicks::placeMajors(double lo, double hi, int stride)
 // Narrows the decade range to the minor ticks around the data, while two majors stay inside.
 void LogTicks::roundToMinors(double lo, double hi)
 {
+    // Data beyond the doubles' decades keep the decade range.
+    if (lo < MinExponent || hi > MaxExponent)
+        return;
     const auto [m0, k0] = minorAtOrBelow(lo);
     const auto [m1, k1] = minorAtOrAbove(hi);
     const double low = k0 + std::log10(static_cast<double>(m0));
@@ -184,7 +198,7 @@ void LogTicks::roundToMinors(double lo, double hi)
     const auto inside = std::count_if(m_majors.begin(), m_majors.end(), [&](const Tick& t) {
         return t.position >= low - Tolerance && t.position <= high + Tolerance;
     });
-    if (inside < 2 || k0 < MinExponent || k1 > MaxExponent)
+    if (inside < 2)
         return;
     m_min = low;
     m_max = high;

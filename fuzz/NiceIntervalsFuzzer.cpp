@@ -3,6 +3,9 @@
 //   - the ticks are finite, strictly ascending, bounded in number and label
 //     length, and enclose the data (loose) or lie inside it (not loose);
 //   - an empty result has no range;
+//   - logarithmic ticks of any range of exponents that holds two decades a
+//     double can show have at least two majors, finite and ascending, with
+//     finite positive values, and minors inside the range;
 //   - widening a finite range within float range gives a finite, non-empty,
 //     ordered range; widening finite numbers makes NaN only where the width
 //     overflows to infinity and the fraction is 0 (infinity times 0).
@@ -12,6 +15,7 @@
 
 #include "KelChartAxisScale.h"
 
+#include "LogTicks.h"
 #include "NiceIntervals.h"
 #include "NumberFormat.h"
 
@@ -21,6 +25,7 @@
 
 namespace {
 
+using Orv::Math::LogTicks;
 using Orv::Math::NiceIntervals;
 using Orv::Math::NumberFormat;
 
@@ -78,6 +83,34 @@ void checkIntervals(double min, double max, int count, bool loose, bool factorLa
     }
 }
 
+void checkTick(const LogTicks& ticks, const LogTicks::Tick& tick)
+{
+    FUZZ_CHECK(std::isfinite(tick.position) && std::isfinite(tick.value) && tick.value > 0.0);
+    FUZZ_CHECK(tick.position >= ticks.min() - 1e-9 && tick.position <= ticks.max() + 1e-9);
+    FUZZ_CHECK(!tick.label.empty() && tick.label.size() <= maxLabelLength);
+}
+
+void checkLogTicks(double lo, double hi, int count, const NumberFormat& format)
+{
+    const LogTicks ticks(lo, hi, count, format);
+    const bool usable = std::isfinite(lo) && std::isfinite(hi) && lo < hi;
+    const bool holdsTwoDecades = usable
+        && std::min<double>(LogTicks::MaxExponent, std::ceil(hi)) - std::max<double>(LogTicks::MinExponent, std::floor(lo)) >= 1;
+    if (ticks.regime() == LogTicks::Regime::Empty) {
+        FUZZ_CHECK(!holdsTwoDecades && ticks.size() == 0 && ticks.minorCount() == 0);
+        return;
+    }
+    FUZZ_CHECK(usable && ticks.size() >= 2);
+    FUZZ_CHECK(ticks.min() <= lo && ticks.max() >= hi);
+    for (int i = 0; i < ticks.size(); ++i) {
+        checkTick(ticks, ticks.major(i));
+        FUZZ_CHECK(i == 0 || ticks.major(i - 1).position < ticks.major(i).position);
+    }
+    FUZZ_CHECK(ticks.minorCount() <= 9 * (LogTicks::MaxExponent - LogTicks::MinExponent + 1));
+    for (int i = 0; i < ticks.minorCount(); ++i)
+        checkTick(ticks, ticks.minor(i));
+}
+
 bool withinFloatRange(double value)
 {
     return std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max());
@@ -122,6 +155,9 @@ int fuzzNiceIntervals(const std::uint8_t* data, std::size_t size)
         const NumberFormat format = formatFrom(in);
         checkIntervals(min, max, count, loose, factorLabels, format);
         checkExpandRange(min, max, in.anyDouble());
+        // The same doubles as exponents, mostly huge; scaled down they reach every regime.
+        checkLogTicks(min, max, count, format);
+        checkLogTicks(min / 1e300, max / 1e300, count, format);
     }
     return 0;
 }

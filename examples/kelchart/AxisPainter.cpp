@@ -11,6 +11,7 @@ namespace kelchart {
 namespace {
 
 constexpr double tickLength = 5;
+constexpr double minorTickLength = 3;
 constexpr double labelGap = 3;
 // The room of a caption across its axis band, and the least gap between the
 // caption and the offset text beside it.
@@ -83,6 +84,13 @@ void AxisPainter::paintAxis(const AxisResult& axis)
         const QPointF at = m_layout.alongAxis(axis.side, tick.position);
         m_painter.setPen(QPen(tickColour, 1.0));
         m_painter.drawLine(at, at + outward(axis.side) * tickLength);
+        if (tick.labelled)
+            paintTickLabel(axis, tick);
+    }
+    for (const Tick& tick : axis.minorTicks) {
+        const QPointF at = m_layout.alongAxis(axis.side, tick.position);
+        m_painter.setPen(QPen(tickColour, 1.0));
+        m_painter.drawLine(at, at + outward(axis.side) * minorTickLength);
         if (tick.labelled)
             paintTickLabel(axis, tick);
     }

@@ -84,7 +84,7 @@ void Pipeline::addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis,
     const bool time = axis->type() == KelChartAxisTime::typeString;
     AxisResult result{scale.axisName(), side,           axis,           scale.discrete(), time, scale.offsetText(),
                       scale.min(),      scale.max(),    scale.factor(), scale.baseLine(), QString(),
-                      0,                {}};
+                      0,                {},             false,          {}};
     // A time axis's unit only says where its numbers start; its labels are dates.
     if (const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(axis); continuous && !time)
         result.unitLabel = continuous->unitLabel.get();
@@ -98,6 +98,13 @@ void Pipeline::addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis,
     result.ticks.reserve(ticks);
     for (unsigned i = 0; i < ticks; ++i)
         result.ticks.push_back({scale.value(i), scale.label(i), scale.percentage(i), i % stride == 0});
+    result.logarithmic = scale.logarithmic();
+    const std::vector<bool> minorLabels =
+        fit ? TickFit::labelledMinors(scale, fit->room, stride) : std::vector<bool>(scale.minorTickCount(), false);
+    for (unsigned i = 0; i < scale.minorTickCount(); ++i) {
+        const KelChartAxisScale::MinorTick& minor = scale.minorTick(i);
+        result.minorTicks.push_back({minor.value, minor.label, minor.percentage, minorLabels[i]});
+    }
     m_axes.push_back(std::move(result));
 }
 

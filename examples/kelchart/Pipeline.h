@@ -31,6 +31,7 @@ namespace kelchart {
 enum class AxisSide { Bottom, Top, Left, Right };
 
 struct Tick {
+    // In the axis's coordinates: log10 of the real value on a logarithmic axis.
     double value;
     QString label;
     // Relative position along the axis, 0 at its start, 1 at its end.
@@ -58,6 +59,10 @@ struct AxisResult {
     // The interval count the axis asked its scale for.
     unsigned wanted;
     std::vector<Tick> ticks;
+    // Positions are log10 of the values; the minor ticks lie between the ticks,
+    // labelled only where there is room.
+    bool logarithmic = false;
+    std::vector<Tick> minorTicks;
 };
 
 // The room an image gives the tick labels.

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include <cmath>
+
 namespace kelchart {
 
 namespace {
@@ -53,10 +55,18 @@ void writeHeader(QTextStream& out, const Pipeline& pipeline)
         << " with accepted units, " << pipeline.cache().size() << " cached\n";
 }
 
+void writeTicks(QTextStream& out, const std::vector<Tick>& ticks)
+{
+    for (const Tick& tick : ticks)
+        out << "    " << numberText(tick.value) << ' ' << quoted(tick.label) << " at " << numberText(tick.position)
+            << (tick.labelled ? "" : ", label not drawn") << '\n';
+}
+
 void writeAxis(QTextStream& out, const AxisResult& axis)
 {
     out << "axis " << quoted(axis.name) << " at the " << sideName(axis.side) << ", "
-        << (axis.discrete ? "discrete" : axis.time ? "time" : "continuous") << '\n';
+        << (axis.discrete ? "discrete" : axis.time ? "time" : "continuous")
+        << (axis.logarithmic ? ", logarithmic (positions are log10 of the values)" : "") << '\n';
     out << "  range: " << numberText(axis.min) << " .. " << numberText(axis.max) << '\n';
     out << "  factor: " << numberText(axis.factor) << '\n';
     out << "  base line: " << numberText(axis.baseLine) << '\n';
@@ -64,9 +74,11 @@ void writeAxis(QTextStream& out, const AxisResult& axis)
     if (axis.time)
         out << "  offset text: " << quoted(axis.offsetText) << '\n';
     out << "  ticks: " << axis.ticks.size() << ", " << axis.wanted << " intervals wanted\n";
-    for (const Tick& tick : axis.ticks)
-        out << "    " << numberText(tick.value) << ' ' << quoted(tick.label) << " at " << numberText(tick.position)
-            << (tick.labelled ? "" : ", label not drawn") << '\n';
+    writeTicks(out, axis.ticks);
+    if (axis.logarithmic) {
+        out << "  minor ticks: " << axis.minorTicks.size() << '\n';
+        writeTicks(out, axis.minorTicks);
+    }
 }
 
 void writeVariable(QTextStream& out, const KelChartPerVariableScaling& scaling, std::size_t i)
@@ -121,6 +133,9 @@ QString Report::summary(const Pipeline& pipeline)
         out << "  axis " << axis.name << ": ";
         if (axis.discrete)
             out << axis.ticks.size() << " categories\n";
+        else if (axis.logarithmic)
+            out << QString::number(std::pow(10.0, axis.min), 'g', 4) << " .. "
+                << QString::number(std::pow(10.0, axis.max), 'g', 4) << ' ' << axis.unitLabel << ", logarithmic\n";
         else
             out << numberText(axis.min) << " .. " << numberText(axis.max) << ' ' << axis.unitLabel << '\n';
     }

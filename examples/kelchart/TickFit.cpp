@@ -21,7 +21,57 @@ unsigned ceilingFor(const LabelRoom& room, unsigned maxCount)
     return static_cast<unsigned>(std::clamp(most, 1.0, static_cast<double>(std::max(1u, maxCount))));
 }
 
+struct PlacedLabel {
+    double percentage;
+    QString text;
+};
+
+// Whether neighbouring labels, in any order along the axis, keep the room's gap.
+bool labelsFit(std::vector<PlacedLabel> labels, const LabelRoom& room)
+{
+    std::sort(labels.begin(), labels.end(),
+              [](const PlacedLabel& a, const PlacedLabel& b) { return a.percentage < b.percentage; });
+    for (std::size_t i = 1; i < labels.size(); ++i) {
+        const double span = (labels[i].percentage - labels[i - 1].percentage) * room.length;
+        if (span < (extent(labels[i - 1].text, room) + extent(labels[i].text, room)) / 2 + room.gap)
+            return false;
+    }
+    return true;
+}
+
+// The digit m of a minor tick at m × 10^k.
+int mantissaOf(const KelChartAxisScale::MinorTick& tick)
+{
+    return static_cast<int>(std::lround(tick.realValue / std::pow(10.0, std::floor(tick.value + 1e-9))));
+}
+
 } // namespace
+
+std::vector<bool> TickFit::labelledMinors(const KelChartAxisScale& scale, const LabelRoom& room, unsigned stride)
+{
+    std::vector<PlacedLabel> majors;
+    const unsigned ticks = std::min(scale.size(), scale.entryCount());
+    for (unsigned i = 0; i < ticks; i += std::max(1u, stride))
+        majors.push_back({scale.percentage(i), scale.label(i)});
+    const auto choose = [&](const std::function<bool(int)>& wanted) {
+        std::vector<bool> chosen(scale.minorTickCount(), false);
+        std::vector<PlacedLabel> labels = majors;
+        for (unsigned i = 0; i < scale.minorTickCount(); ++i) {
+            const KelChartAxisScale::MinorTick& tick = scale.minorTick(i);
+            chosen[i] = wanted(mantissaOf(tick));
+            if (chosen[i])
+                labels.push_back({tick.percentage, tick.label});
+        }
+        return labelsFit(std::move(labels), room) ? chosen : std::vector<bool>();
+    };
+    for (const auto& wanted : {std::function<bool(int)>([](int) { return true; }),
+                               std::function<bool(int)>([](int m) { return m == 2 || m == 5; })}) {
+        std::vector<bool> chosen = choose(wanted);
+        if (!chosen.empty())
+            return chosen;
+    }
+    return std::vector<bool>(scale.minorTickCount(), false);
+}
 
 std::function<double(const QString&)> TickFit::perCharacter(double pixels)
 {

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 namespace kelchart {
 
@@ -45,6 +46,11 @@ public:
 
     // The smallest k such that labelling every k-th tick fits.
     static unsigned stride(const KelChartAxisScale& scale, const LabelRoom& room);
+
+    // Which minor ticks of a logarithmic scale get labels beside its labelled
+    // majors (every `stride`-th): all of them where they fit, else those at
+    // 2 and 5 times a power of ten, else none.
+    static std::vector<bool> labelledMinors(const KelChartAxisScale& scale, const LabelRoom& room, unsigned stride);
 };
 
 } // namespace kelchart
