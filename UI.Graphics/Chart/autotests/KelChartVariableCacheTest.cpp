@@ -239,8 +239,12 @@ struct PerItemCache : KelChartVariableCache {
 // Bit patterns, so that NaN compares equal to the same NaN.
 std::vector<std::uint64_t> bits(const std::vector<double>& values)
 {
-    std::vector<std::uint64_t> result(values.size());
-    std::memcpy(result.data(), values.data(), values.size() * sizeof(double));
+    std::vector<std::uint64_t> result;
+    for (const double v : values) {
+        std::uint64_t b;
+        std::memcpy(&b, &v, sizeof b);
+        result.push_back(b);
+    }
     return result;
 }
 
