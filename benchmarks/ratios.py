@@ -126,7 +126,7 @@ def main(path):
         t.ratio("peers: case 1", n, t.time("CacheAscending", n), t.time("QwtBoundingRect", n),
                 "Qwt boundingRect", None)
         t.ratio("peers: case 1", n, t.time("CacheAscending", n), t.time("QCustomPlotAddSorted", n),
-                "QCustomPlot sorted add + ranges", None)
+                "QCustomPlot sorted add + ranges", 1.0)
         t.ratio("peers: case 2", n, t.time("CacheShuffled", n), t.time("QCustomPlotAddUnsorted", n),
                 "QCustomPlot unsorted add + ranges", 0.5)
     for n in SIZES:

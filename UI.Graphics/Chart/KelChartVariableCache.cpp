@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <typeinfo>
 
 namespace {
 
@@ -41,6 +42,15 @@ struct Extent {
     }
     float low() const { return lo > hi ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(lo); }
     float high() const { return lo > hi ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(hi); }
+};
+
+// One item as the iterator gives it: components and the iterator's own
+// undefined flags, before +infinity is judged.
+struct RawItem {
+    double x;
+    double y;
+    bool xUndefined;
+    bool yUndefined;
 };
 
 } // namespace
@@ -105,24 +115,25 @@ struct KelChartVariableCache::Collected {
 // was read: `finish` completes it.
 class KelChartVariableCache::Placement {
 public:
-    Placement(KelChartVariableCache& cache, bool positional)
+    Placement(KelChartVariableCache& cache, Arrays& arrays, bool positional)
         : m_cache(cache)
+        , m_arrays(arrays)
         , m_positional(positional)
     {
     }
 
     void reserve(size_t expected)
     {
-        m_cache.m_index.reserve(expected);
-        m_cache.m_x.reserve(expected);
-        m_cache.m_y.reserve(expected);
+        m_arrays.index.reserve(expected);
+        m_arrays.x.reserve(expected);
+        m_arrays.y.reserve(expected);
     }
 
     // `index` is the item's position in iteration order. Kept small, so that
     // the usual case inlines into the reading loops.
     void place(const Item& item, size_t index)
     {
-        m_cache.m_index.push_back(index);
+        m_arrays.index.push_back(index);
         if (!item.xUndefined && !item.yUndefined)
             addPoint(m_positional ? static_cast<double>(m_count) : item.x, item.y);
         else
@@ -140,8 +151,8 @@ public:
             m_ys.add(minima.y.value);
         // Undefined scalar items hold their position in yUndef, exactly.
         if (m_cache.m_scalar)
-            for (const double position : m_cache.m_yUndef)
-                m_cache.m_y[static_cast<size_t>(position)] = minima.y.value;
+            for (const double position : m_arrays.yUndef)
+                m_arrays.y[static_cast<size_t>(position)] = minima.y.value;
         if (m_boxed) {
             m_cache.m_bounds.insert(m_xs.low(), m_ys.low(), 0.0f);
             m_cache.m_bounds.insert(m_xs.high(), m_ys.high(), 0.0f);
@@ -155,14 +166,15 @@ private:
 
     void addPoint(double x, double y)
     {
-        m_cache.m_x.push_back(x);
-        m_cache.m_y.push_back(y);
+        m_arrays.x.push_back(x);
+        m_arrays.y.push_back(y);
         m_xs.add(x);
         m_ys.add(y);
         m_boxed = true;
     }
 
     KelChartVariableCache& m_cache;
+    Arrays& m_arrays;
     const bool m_positional;
     size_t m_count = 0;
     Extent m_xs;
@@ -178,24 +190,24 @@ void KelChartVariableCache::Placement::placeUndefined(const Item& item)
     const auto position = static_cast<double>(m_count);
     if (m_cache.m_scalar) {
         // Drawn at the smallest defined y; the x of every scalar item is 0.
-        m_cache.m_x.push_back(0.0);
-        m_cache.m_y.push_back(0.0);
-        m_cache.m_yUndef.push_back(position);
+        m_arrays.x.push_back(0.0);
+        m_arrays.y.push_back(0.0);
+        m_arrays.yUndef.push_back(position);
         m_xs.add(0.0);
         m_yNeedsMinimum = m_boxed = true;
     } else if (m_positional) {
-        m_cache.m_x.push_back(position);
-        m_cache.m_y.push_back(item.yUndefined ? 0.0 : item.y);
+        m_arrays.x.push_back(position);
+        m_arrays.y.push_back(item.yUndefined ? 0.0 : item.y);
         if (item.xUndefined)
-            m_cache.m_xUndef.push_back(item.y);
+            m_arrays.xUndef.push_back(item.y);
         if (item.yUndefined)
-            m_cache.m_yUndef.push_back(position);
+            m_arrays.yUndef.push_back(position);
     } else if (!item.yUndefined) {
-        m_cache.m_xUndef.push_back(item.y);
+        m_arrays.xUndef.push_back(item.y);
         m_ys.add(item.y);
         m_xNeedsMinimum = m_boxed = true;
     } else if (!item.xUndefined) {
-        m_cache.m_yUndef.push_back(item.x);
+        m_arrays.yUndef.push_back(item.x);
         m_xs.add(item.x);
         m_yNeedsMinimum = m_boxed = true;
     } else {
@@ -224,6 +236,80 @@ struct KelChartVariableCache::InOrder {
     double previousX = -positiveInfinity;
 };
 
+// Items through the iteration interface: several virtual calls per item.
+class KelChartVariableCache::PerItem {
+public:
+    explicit PerItem(KelVariableIterInterface& iter)
+        : m_iter(iter)
+    {
+    }
+
+    size_t expected() const { return 0; }
+    void restart() { m_iter.reset(); }
+
+    bool vector(RawItem& item)
+    {
+        if (!m_iter.next())
+            return false;
+        Orv::Math::Vector2 v;
+        m_iter.vector2Value(v);
+        bool fx = false, fy = false, fz = false;
+        m_iter.undefinedFlags(fx, fy, fz);
+        item = {v.x(), v.y(), fx, fy};
+        return true;
+    }
+
+    bool scalar(double& value, bool& undefined)
+    {
+        if (!m_iter.next())
+            return false;
+        value = m_iter.scalarValue();
+        bool f = false, unused = false;
+        m_iter.undefinedFlags(f, unused, unused);
+        undefined = f;
+        return true;
+    }
+
+private:
+    KelVariableIterInterface& m_iter;
+};
+
+// Items straight from the in-memory iterator's delivered arrays: the same
+// values and flags that its per-item calls give, at a fraction of the cost.
+class KelChartVariableCache::InMemory {
+public:
+    explicit InMemory(KelVariableIter& iter)
+        : m_items(iter.delivered())
+    {
+    }
+
+    size_t expected() const { return m_items.size; }
+    void restart() { m_next = 0; }
+
+    bool vector(RawItem& item)
+    {
+        if (m_next >= m_items.size)
+            return false;
+        const size_t i = m_next++;
+        item = {m_items.x[i], m_items.y[i], (*m_items.xUndefined)[i], (*m_items.yUndefined)[i]};
+        return true;
+    }
+
+    bool scalar(double& value, bool& undefined)
+    {
+        if (m_next >= m_items.size)
+            return false;
+        const size_t i = m_next++;
+        value = m_items.scalars[i];
+        undefined = (*m_items.xUndefined)[i];
+        return true;
+    }
+
+private:
+    const KelVariableIter::Delivered m_items;
+    size_t m_next = 0;
+};
+
 KelChartVariableCache::KelChartVariableCache()
     : m_variable(nullptr)
     , m_valid(false)
@@ -232,8 +318,15 @@ KelChartVariableCache::KelChartVariableCache()
 {
 }
 
+// Iterating moves the iterator's position, which is not part of the variable's value.
 KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, bool sort,
                                              const QStringList& positionAxes)
+    : KelChartVariableCache(variable, const_cast<KelVariableIter&>(variable.variableiter), sort, positionAxes)
+{
+}
+
+KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, KelVariableIterInterface& items,
+                                             bool sort, const QStringList& positionAxes)
     : m_variable(&variable)
     , m_valid(false)
     , m_scalar(false)
@@ -245,41 +338,22 @@ KelChartVariableCache::KelChartVariableCache(const KelChartVariable& variable, b
         return;
     trace.line(KelChartTraceTexts::enabled);
 
-    // Iterating moves the iterator's position, which is not part of the variable's value.
-    auto& iter = const_cast<KelVariableIter&>(variable.variableiter);
-    iter.reset();
-    m_scalar = !iter.hasDimension(2) && iter.hasDimension(1);
+    items.reset();
+    const int dimension = items.hasDimension(2) ? 2 : items.hasDimension(1) ? 1 : 0;
+    m_scalar = dimension == 1;
     const bool positional = positionAxes.contains(variable.xAxis.get());
 
-    // Items go straight to their place as they are read, unless sorting finds
-    // an x below its predecessor: then everything is read again and sorted.
-    // A trace shows each item as read, once: traced sorting reads for sorting.
-    Minima minima;
-    std::optional<Placement> placement;
-    if (!sort || !trace.enabled()) {
-        placement.emplace(*this, positional);
-        placement->reserve(iter.size());
-        InOrder inOrder{*placement, sort};
-        if (!read(iter, inOrder, minima, trace)) {
-            placement.reset();
-            releaseArrays();
-            minima = Minima();
-            iter.reset();
-        }
-    }
-    if (!placement) {
-        Collected items(iter.size());
-        read(iter, items, minima, trace);
-        placement.emplace(*this, positional);
-        placeSorted(items, *placement);
-    }
-
-    trace.line(KelChartTraceTexts::size, placement->count());
-    if (placement->count() == 0)
+    // Only the in-memory iterator itself: a subclass may deliver other items.
+    auto arrays = std::make_shared<Arrays>();
+    const size_t count = typeid(items) == typeid(KelVariableIter)
+                             ? fill(InMemory(static_cast<KelVariableIter&>(items)), dimension, *arrays, sort,
+                                    positional, trace)
+                             : fill(PerItem(items), dimension, *arrays, sort, positional, trace);
+    if (count == 0)
         return;
-    placement->finish(minima, variable);
-
-    m_valid = (!m_x.empty() && m_x.size() == m_y.size()) || !m_xUndef.empty() || !m_yUndef.empty();
+    m_valid = (!arrays->x.empty() && arrays->x.size() == arrays->y.size()) || !arrays->xUndef.empty() ||
+              !arrays->yUndef.empty();
+    m_arrays = std::move(arrays);
     trace.line(KelChartTraceTexts::valid, m_valid);
 }
 
@@ -289,29 +363,66 @@ KelChartVariableCache& KelChartVariableCache::operator=(const KelChartVariableCa
 KelChartVariableCache& KelChartVariableCache::operator=(KelChartVariableCache&& other) noexcept = default;
 KelChartVariableCache::~KelChartVariableCache() = default;
 
-template <class Take>
-bool KelChartVariableCache::read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace)
+const KelChartVariableCache::Arrays& KelChartVariableCache::noArrays()
 {
-    if (iter.hasDimension(2))
-        return readVectors(iter, take, minima, trace);
-    if (iter.hasDimension(1))
-        return readScalars(iter, take, minima, trace);
+    static const Arrays none;
+    return none;
+}
+
+template <class Source>
+size_t KelChartVariableCache::fill(Source source, int dimension, Arrays& arrays, bool sort, bool positional,
+                                   orvdebug::TraceLines& trace)
+{
+    // Items go straight to their place as they are read, unless sorting finds
+    // an x below its predecessor: then everything is read again and sorted.
+    // A trace shows each item as read, once: traced sorting reads for sorting.
+    Minima minima;
+    std::optional<Placement> placement;
+    if (!sort || !trace.enabled()) {
+        placement.emplace(*this, arrays, positional);
+        placement->reserve(source.expected());
+        InOrder inOrder{*placement, sort};
+        if (!read(source, dimension, inOrder, minima, trace)) {
+            placement.reset();
+            arrays = Arrays();
+            minima = Minima();
+            source.restart();
+        }
+    }
+    if (!placement) {
+        Collected items(source.expected());
+        read(source, dimension, items, minima, trace);
+        placement.emplace(*this, arrays, positional);
+        placeSorted(items, *placement);
+    }
+
+    trace.line(KelChartTraceTexts::size, placement->count());
+    if (placement->count() > 0)
+        placement->finish(minima, *m_variable);
+    return placement->count();
+}
+
+template <class Source, class Take>
+bool KelChartVariableCache::read(Source& source, int dimension, Take& take, Minima& minima,
+                                 orvdebug::TraceLines& trace)
+{
+    if (dimension == 2)
+        return readVectors(source, take, minima, trace);
+    if (dimension == 1)
+        return readScalars(source, take, minima, trace);
     return true;
 }
 
-template <class Take>
-bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minima& minima,
-                                        orvdebug::TraceLines& trace)
+template <class Source, class Take>
+bool KelChartVariableCache::readVectors(Source& source, Take& take, Minima& minima, orvdebug::TraceLines& trace)
 {
     trace.line(KelChartTraceTexts::vector2);
-    Orv::Math::Vector2 v;
-    while (iter.next()) {
-        iter.vector2Value(v);
-        bool fx = false, fy = false, fz = false;
-        iter.undefinedFlags(fx, fy, fz);
-        const Item item{v.x(), v.y(), fx || v.x() == positiveInfinity, fy || v.y() == positiveInfinity};
+    RawItem raw;
+    while (source.vector(raw)) {
+        const Item item{raw.x, raw.y, raw.xUndefined || raw.x == positiveInfinity,
+                        raw.yUndefined || raw.y == positiveInfinity};
         minima.add(item);
-        trace.item("\t\tvalue = {", v.x(), ", ", v.y(), "}, undef = {", item.xUndefined, ", ", item.yUndefined,
+        trace.item("\t\tvalue = {", raw.x, ", ", raw.y, "}, undef = {", item.xUndefined, ", ", item.yUndefined,
                    "}, min = {", minima.x.value, ", ", minima.y.value, "}");
         if (!take(item))
             return false;
@@ -319,16 +430,14 @@ bool KelChartVariableCache::readVectors(KelVariableIter& iter, Take& take, Minim
     return true;
 }
 
-template <class Take>
-bool KelChartVariableCache::readScalars(KelVariableIter& iter, Take& take, Minima& minima,
-                                        orvdebug::TraceLines& trace)
+template <class Source, class Take>
+bool KelChartVariableCache::readScalars(Source& source, Take& take, Minima& minima, orvdebug::TraceLines& trace)
 {
     trace.line(KelChartTraceTexts::scalar);
-    while (iter.next()) {
-        const double d = iter.scalarValue();
-        bool f = false, unused = false;
-        iter.undefinedFlags(f, unused, unused);
-        const Item item{0.0, d, false, f || d == positiveInfinity};
+    double d = 0.0;
+    bool undefined = false;
+    while (source.scalar(d, undefined)) {
+        const Item item{0.0, d, false, undefined || d == positiveInfinity};
         minima.add(item);
         trace.item("\t\tvalue = ", d, ", undef = ", item.yUndefined, ", minY : ", minima.y.value);
         if (!take(item))
@@ -368,15 +477,6 @@ void KelChartVariableCache::placeSorted(const Collected& items, Placement& place
     }
 }
 
-void KelChartVariableCache::releaseArrays()
-{
-    std::vector<double>().swap(m_x);
-    std::vector<double>().swap(m_y);
-    std::vector<size_t>().swap(m_index);
-    std::vector<double>().swap(m_xUndef);
-    std::vector<double>().swap(m_yUndef);
-}
-
 void KelChartVariableCache::reportUndefined(const KelChartVariable& variable)
 {
     orvdebug::dataError("Some value that is completely undefined was found in variable(", variable.name(), ")");
@@ -391,14 +491,15 @@ double KelChartVariableCache::minXDelta() const
 {
     if (m_minXDelta >= 0)
         return m_minXDelta;
-    const size_t n = m_x.size();
+    const std::vector<double>& xs = x();
+    const size_t n = xs.size();
     if (n > 1) {
         double delta = std::numeric_limits<double>::max();
         for (size_t k = 1; k < n; ++k)
-            delta = std::min(delta, m_x[k] - m_x[k - 1]);
+            delta = std::min(delta, xs[k] - xs[k - 1]);
         m_minXDelta = delta;
     } else {
-        m_minXDelta = n == 1 ? m_x[0] : 0.0;
+        m_minXDelta = n == 1 ? xs[0] : 0.0;
     }
     return m_minXDelta;
 }

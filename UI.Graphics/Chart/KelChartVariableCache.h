@@ -9,7 +9,13 @@
 // less-than order, so they go last, in iteration order, and -0.0 sorts equal
 // to +0.0.
 //
-// The cache is built once and not updated when the variable changes.
+// The cache is built once and not updated when the variable changes. Its
+// arrays never change after construction either, so copies share them: a copy
+// costs the same for ten points as for ten million.
+//
+// Items are read through the iteration interface, one virtual call per
+// operation, except from the framework's in-memory iterator, whose delivered
+// arrays are read directly: same items, same flags, same result.
 
 #include "OrvChartExport.h"
 #include "KelChartVariable.h"
@@ -20,6 +26,7 @@
 #include <QStringList>
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 class ORV_CHART_EXPORT KelChartVariableCache {
@@ -36,12 +43,12 @@ public:
     bool valid() const { return m_valid; }
     bool scalar() const { return m_scalar; }
 
-    const std::vector<double>& x() const { return m_x; }
-    const std::vector<double>& y() const { return m_y; }
-    const std::vector<double>& data() const { return m_y; }
-    const std::vector<size_t>& index() const { return m_index; }
-    const std::vector<double>& xUndef() const { return m_xUndef; }
-    const std::vector<double>& yUndef() const { return m_yUndef; }
+    const std::vector<double>& x() const { return arrays().x; }
+    const std::vector<double>& y() const { return arrays().y; }
+    const std::vector<double>& data() const { return arrays().y; }
+    const std::vector<size_t>& index() const { return arrays().index; }
+    const std::vector<double>& xUndef() const { return arrays().xUndef; }
+    const std::vector<double>& yUndef() const { return arrays().yUndef; }
     const Orv::Math::BoundingBox& bounds() const { return m_bounds; }
 
     // 0 brought into the y range of the bounds: where an area fill starts.
@@ -49,34 +56,54 @@ public:
     // Smallest difference of neighbouring x values, computed on first request.
     double minXDelta() const;
 
+protected:
+    // Caches `variable` with its items read from `items` rather than from its
+    // own iterator, through the iteration interface unless `items` is exactly
+    // the in-memory iterator.
+    KelChartVariableCache(const KelChartVariable& variable, KelVariableIterInterface& items, bool sort,
+                          const QStringList& positionAxes);
+
 private:
+    struct Arrays {
+        std::vector<double> x;
+        std::vector<double> y;
+        std::vector<size_t> index;
+        std::vector<double> yUndef;
+        std::vector<double> xUndef;
+    };
     struct Item;
     struct Minima;
     struct Collected;
     class Placement;
     struct InOrder;
+    class PerItem;
+    class InMemory;
 
+    const Arrays& arrays() const { return m_arrays ? *m_arrays : noArrays(); }
+    static const Arrays& noArrays();
+
+    // Fills `arrays` from `source`, placing items as they are read while
+    // that keeps them in order, else sorting them; gives the item count.
+    template <class Source>
+    size_t fill(Source source, int dimension, Arrays& arrays, bool sort, bool positional,
+                orvdebug::TraceLines& trace);
     // Read the items in iteration order and hand each to `take` until it
     // refuses one; give whether every item was taken.
-    template <class Take>
-    bool readVectors(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
-    template <class Take>
-    bool readScalars(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
-    template <class Take>
-    bool read(KelVariableIter& iter, Take& take, Minima& minima, orvdebug::TraceLines& trace);
+    template <class Source, class Take>
+    bool readVectors(Source& source, Take& take, Minima& minima, orvdebug::TraceLines& trace);
+    template <class Source, class Take>
+    bool readScalars(Source& source, Take& take, Minima& minima, orvdebug::TraceLines& trace);
+    template <class Source, class Take>
+    bool read(Source& source, int dimension, Take& take, Minima& minima, orvdebug::TraceLines& trace);
     // Places the items in ascending x order.
     void placeSorted(const Collected& items, Placement& placement);
-    void releaseArrays();
     static void reportUndefined(const KelChartVariable& variable);
 
     const KelChartVariable* m_variable;
     bool m_valid;
     bool m_scalar;
-    std::vector<double> m_x;
-    std::vector<double> m_y;
-    std::vector<size_t> m_index;
-    std::vector<double> m_yUndef;
-    std::vector<double> m_xUndef;
+    // Null when empty; never changed once built, so copies share it.
+    std::shared_ptr<const Arrays> m_arrays;
     Orv::Math::BoundingBox m_bounds;
     mutable double m_minXDelta;
 };

@@ -162,6 +162,24 @@ void KelVariableIter::reset()
     m_current = noItem;
 }
 
+KelVariableIter::Delivered KelVariableIter::delivered()
+{
+    if (!m_prepared)
+        prepare();
+    Delivered items;
+    items.size = m_count;
+    if (m_dimension == 1) {
+        items.scalars = m_scalarView;
+        items.xUndefined = m_undefinedView[0];
+    } else if (m_dimension == 2) {
+        items.x = m_xView;
+        items.y = m_yView;
+        items.xUndefined = m_undefinedView[0];
+        items.yUndefined = m_undefinedView[1];
+    }
+    return items;
+}
+
 double KelVariableIter::scalarValue()
 {
     if (m_current >= m_count)

@@ -89,6 +89,9 @@ TEST_F(KelChartPerVariableScalingTest, MatricesAreBuiltOnceAndSharedWithCopies)
     EXPECT_NE(&earlyCopy.matrix(0), first);
     EXPECT_EQ(earlyCopy.matrix(0), *first);
     EXPECT_NE(&lateCopy.matrix(1), &scaling.matrix(1));
+    // The cached points are shared, not copied, with the list cache and between copies.
+    EXPECT_EQ(&scaling.variable(1).x(), &cache.cache(1).x());
+    EXPECT_EQ(&earlyCopy.variable(0).y(), &cache.cache(0).y());
 }
 
 // The data's extent [2, 8] is widened to reach the axis's base line.

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -196,4 +198,124 @@ TEST(KelStableOrder, EqualsTheComparisonStableSortWithNaNLast)
     for (double v : {nan, 2.0, infinity, -nan, 1.0})
         keys.push_back(KelStableOrder::key(v));
     EXPECT_EQ(KelStableOrder::byKey<size_t>(keys), (std::vector<size_t>{4, 1, 2, 0, 3}));
+}
+
+namespace {
+
+// Forwards only the iteration interface of the variable's own iterator, so
+// that a cache reads it item by item.
+class ForwardingIter : public KelVariableIterInterface {
+public:
+    explicit ForwardingIter(KelVariableIter& inner)
+        : m_inner(inner)
+    {
+    }
+    bool next() override { return m_inner.next(); }
+    void reset() override { m_inner.reset(); }
+    double scalarValue() override { return m_inner.scalarValue(); }
+    void vector2Value(Orv::Math::Vector2& value) override { m_inner.vector2Value(value); }
+    void vector3Value(Orv::Math::Vector3& value) override { m_inner.vector3Value(value); }
+    void undefinedFlags(bool& x, bool& y, bool& z) override { m_inner.undefinedFlags(x, y, z); }
+    bool hasDimension(int n) override { return m_inner.hasDimension(n); }
+    void setConverter(const boost::shared_ptr<IUnitsConverter>& converter) override { m_inner.setConverter(converter); }
+    void setUnitSystemFlag(bool on) override { m_inner.setUnitSystemFlag(on); }
+    void units(QString& x, QString& y, QString& z) override { m_inner.units(x, y, z); }
+    bool setUnits(const QString& x, const QString& y, const QString& z) override { return m_inner.setUnits(x, y, z); }
+    void logarithmic(bool& x, bool& y, bool& z) const override { m_inner.logarithmic(x, y, z); }
+    void setLogarithmic(bool x, bool y, bool z) override { m_inner.setLogarithmic(x, y, z); }
+
+private:
+    KelVariableIter& m_inner;
+};
+
+struct PerItemCache : KelChartVariableCache {
+    PerItemCache(const KelChartVariable& variable, KelVariableIterInterface& items, bool sort,
+                 const QStringList& positionAxes)
+        : KelChartVariableCache(variable, items, sort, positionAxes)
+    {
+    }
+};
+
+// Bit patterns, so that NaN compares equal to the same NaN.
+std::vector<std::uint64_t> bits(const std::vector<double>& values)
+{
+    std::vector<std::uint64_t> result;
+    for (const double v : values) {
+        std::uint64_t b;
+        std::memcpy(&b, &v, sizeof b);
+        result.push_back(b);
+    }
+    return result;
+}
+
+void expectSameCache(const KelChartVariableCache& a, const KelChartVariableCache& b)
+{
+    EXPECT_EQ(std::make_tuple(a.valid(), a.scalar(), a.index()), std::make_tuple(b.valid(), b.scalar(), b.index()));
+    EXPECT_EQ(bits(a.x()), bits(b.x()));
+    EXPECT_EQ(bits(a.y()), bits(b.y()));
+    EXPECT_EQ(bits(a.xUndef()), bits(b.xUndef()));
+    EXPECT_EQ(bits(a.yUndef()), bits(b.yUndef()));
+    ASSERT_EQ(a.bounds().defined(), b.bounds().defined());
+    if (a.bounds().defined()) {
+        EXPECT_EQ(a.bounds().min(), b.bounds().min());
+        EXPECT_EQ(a.bounds().max(), b.bounds().max());
+    }
+    EXPECT_EQ(bits({a.minXDelta()}), bits({b.minXDelta()}));
+}
+
+// scalar, sort, positional, logarithmic
+using PathCase = std::tuple<bool, bool, bool, bool>;
+class KelChartVariableCachePaths : public CacheFixture, public ::testing::TestWithParam<PathCase> {};
+
+} // namespace
+
+// The in-memory iterator's arrays, read in bulk, give what reading item by
+// item gives: arrays, flags, bounds, traces and messages.
+TEST_P(KelChartVariableCachePaths, BulkAndPerItemReadsGiveTheSameCache)
+{
+    const auto [scalar, sort, positional, logarithmic] = GetParam();
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float values[] = {3, -2, 0, nan, inf, -inf, 1e-3f, 7, 3, 250, -0.0f, 5};
+    std::vector<Item> items;
+    std::mt19937 random(11);
+    std::uniform_int_distribution<int> pick(0, 11), flag(0, 5);
+    for (int i = 0; i < 400; ++i)
+        items.push_back({values[pick(random)], values[pick(random)], flag(random) == 0, flag(random) == 0});
+    makeVariable(items, scalar);
+    variable.variableiter.setLogarithmic(logarithmic, logarithmic, false);
+    const QStringList positionAxes = positional ? QStringList{"axis.x.bottom"} : QStringList{};
+    ForwardingIter perItem(variable.variableiter);
+
+    // Untraced and traced: a trace changes how sorting reads.
+    orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
+    kel::debug_logger::debuglogger().setEnabled(orvdebug::Stream::Log, false);
+    expectSameCache(KelChartVariableCache(variable, sort, positionAxes),
+                    PerItemCache(variable, perItem, sort, positionAxes));
+    kel::debug_logger::debuglogger().setEnabled(orvdebug::Stream::Log, true);
+    capture.clear();
+    const KelChartVariableCache bulk(variable, sort, positionAxes);
+    const auto bulkMessages = capture.messages();
+    capture.clear();
+    expectSameCache(bulk, PerItemCache(variable, perItem, sort, positionAxes));
+    EXPECT_EQ(bulkMessages, capture.messages());
+}
+
+INSTANTIATE_TEST_SUITE_P(Combinations, KelChartVariableCachePaths,
+                         ::testing::Combine(::testing::Bool(), ::testing::Bool(), ::testing::Bool(), ::testing::Bool()));
+
+// Copies share the arrays, which never change; a move takes them along.
+TEST_F(KelChartVariableCacheTest, CopiesShareTheArrays)
+{
+    const KelChartVariableCache cache(makeVariable({{3, 30}, {1, 10}, {2, 0, false, true}}, false), true, {});
+    KelChartVariableCache copy(cache);
+    EXPECT_EQ(&copy.x(), &cache.x());
+    EXPECT_EQ(&copy.yUndef(), &cache.yUndef());
+    KelChartVariableCache assigned;
+    assigned = copy;
+    EXPECT_EQ(&assigned.index(), &cache.index());
+    const KelChartVariableCache moved(std::move(copy));
+    EXPECT_EQ(&moved.y(), &cache.y());
+    EXPECT_TRUE(copy.x().empty() && copy.yUndef().empty());
+    EXPECT_EQ(moved.minXDelta(), 2.0);
+    EXPECT_EQ(cache.minXDelta(), 2.0);
 }

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -138,4 +139,44 @@ TEST_F(VariableIter, CopiesAndAssignmentCarryDataUnitsAndSettings)
     EXPECT_EQ(walk(copy), expected);
     scalars = copy;
     EXPECT_EQ(walk(scalars), expected);
+}
+
+// The delivered arrays hold exactly what iteration gives item by item, under
+// converted units and logarithmic components too, and do not move the position.
+TEST_F(VariableIter, DeliveredArraysHoldWhatIterationGives)
+{
+    scalars.setScalarData({100.0, 0.0, -1.0, NAN, INFINITY}, {false, false, true}, "km");
+    planar.setVector2Data({1500.0f, 0.0f, -2.0f, NAN}, {100.0f, -1.0f, 5.0f, INFINITY}, {true}, {false, false, true},
+                          "mm", "degC");
+    ASSERT_TRUE(planar.setUnits("m", "K", ""));
+    for (const std::array<bool, 2>& logarithmic : {std::array<bool, 2>{false, false}, {true, true}}) {
+        for (KelVariableIter* iter : {&scalars, &planar}) {
+            iter->setLogarithmic(logarithmic[0], logarithmic[1], false);
+            const bool planarItems = iter->dimension() == 2;
+            const KelVariableIter::Delivered items = iter->delivered();
+            ASSERT_EQ(items.size, iter->size());
+            ASSERT_EQ(items.scalars == nullptr, planarItems);
+            iter->reset();
+            for (std::size_t i = 0; iter->next(); ++i) {
+                SCOPED_TRACE(testing::Message() << "item " << i << (planarItems ? " planar" : " scalar")
+                                                << (logarithmic[0] ? " logarithmic" : ""));
+                iter->delivered(); // leaves the current item current
+                bool x = false, y = false, z = false;
+                iter->undefinedFlags(x, y, z);
+                EXPECT_EQ((*items.xUndefined)[i], x);
+                Orv::Math::Vector2 value;
+                iter->vector2Value(value);
+                if (planarItems) {
+                    EXPECT_EQ((*items.yUndefined)[i], y);
+                    EXPECT_EQ(std::memcmp(&items.x[i], &value[0], sizeof(float)), 0);
+                    EXPECT_EQ(std::memcmp(&items.y[i], &value[1], sizeof(float)), 0);
+                } else {
+                    const double scalar = iter->scalarValue();
+                    EXPECT_EQ(std::memcmp(&items.scalars[i], &scalar, sizeof(double)), 0);
+                }
+            }
+        }
+    }
+    planar.clear();
+    EXPECT_EQ(planar.delivered().size, 0u);
 }
