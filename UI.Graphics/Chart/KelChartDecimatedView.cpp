@@ -35,6 +35,18 @@ std::size_t partitionPoint(std::size_t begin, std::size_t end, const Holds& hold
     return begin;
 }
 
+// The same for `holds` true at lo and false at up, searching down from up.
+template <class Holds>
+std::size_t backwardEnd(const Holds& holds, std::size_t lo, std::size_t up)
+{
+    std::size_t step = 1;
+    while (step < up - lo && !holds(up - step)) {
+        up -= step;
+        step *= 2;
+    }
+    return partitionPoint(step < up - lo ? up - step + 1 : lo + 1, up, holds);
+}
+
 // The pixel column or row of a coordinate; NaN, which has no place in an
 // order, goes before everything.
 double pixelOf(double pixel)
@@ -216,13 +228,21 @@ private:
     }
     void scan(std::size_t level, std::size_t begin, std::size_t end, Extremes& found) const
     {
-        for (std::size_t k = begin; k < end; ++k) {
-            const Extent e = at(level, k);
-            if (e.min < found.min)
-                found.min = e.min, found.minLevel = level, found.minAt = k;
-            if (e.max > found.max)
-                found.max = e.max, found.maxLevel = level, found.maxAt = k;
+        if (level > 0) {
+            const Extent* blocks = m_levels[level - 1].data();
+            for (std::size_t k = begin; k < end; ++k)
+                take(level, k, blocks[k].min, blocks[k].max, found);
+            return;
         }
+        for (std::size_t k = begin; k < end; ++k)
+            take(0, k, m_y[k], m_y[k], found);
+    }
+    static void take(std::size_t level, std::size_t k, double min, double max, Extremes& found)
+    {
+        if (min < found.min)
+            found.min = min, found.minLevel = level, found.minAt = k;
+        if (max > found.max)
+            found.max = max, found.maxLevel = level, found.maxAt = k;
     }
     // Whole blocks are taken from the level above; only the ragged ends are scanned.
     void collect(std::size_t level, std::size_t begin, std::size_t end, Extremes& found) const
@@ -405,13 +425,16 @@ template <class Column>
 void KelChartDecimatedView::walkOrdered(const Column& bucket, std::size_t lo, std::size_t hi, Output& out) const
 {
     const std::size_t lastFinite = summary().finiteEnd - 1;
+    std::size_t hint = 0;
     for (std::size_t pos = lo; pos < hi;) {
         if (!drawable(pos)) {
             out.cut();
             pos = nextDrawable(pos, hi);
             continue;
         }
-        std::size_t stop = nextUndrawable(pos, columnEnd(bucket, pos, hi));
+        const std::size_t next = columnEnd(bucket, pos, hi, hint);
+        hint = next - pos;
+        std::size_t stop = nextUndrawable(pos, next);
         const std::size_t cut = nextCut(pos, std::min(stop, lastFinite));
         stop = std::min(stop, cut);
         emitRun(pos, stop, out);
@@ -421,20 +444,30 @@ void KelChartDecimatedView::walkOrdered(const Column& bucket, std::size_t lo, st
     }
 }
 
-// The first index after pos in another column: a galloping search, since
-// most columns are short next to the data.
+// The first index after pos in another column. The data are mostly as dense
+// as in the column before (`hint` points), so that guess is tried first; from
+// there a galloping search, which touches few cache lines when it is close.
 template <class Column>
-std::size_t KelChartDecimatedView::columnEnd(const Column& bucket, std::size_t pos, std::size_t hi) const
+std::size_t KelChartDecimatedView::columnEnd(const Column& bucket, std::size_t pos, std::size_t hi,
+                                             std::size_t hint) const
 {
     const double here = bucket(pos);
-    std::size_t same = pos;
+    const auto same = [&](std::size_t k) { return bucket(k) == here; };
+    std::size_t lo = pos;
+    if (hint > 1 && hint < hi - pos) {
+        const std::size_t guess = pos + hint;
+        if (!same(guess - 1))
+            return backwardEnd(same, lo, guess - 1);
+        if (!same(guess))
+            return guess;
+        lo = guess;
+    }
     std::size_t step = 1;
-    while (step < hi - same && bucket(same + step) == here) {
-        same += step;
+    while (step < hi - lo && same(lo + step)) {
+        lo += step;
         step *= 2;
     }
-    const std::size_t limit = std::min(hi, same + step);
-    return partitionPoint(same + 1, limit, [&](std::size_t k) { return bucket(k) == here; });
+    return partitionPoint(lo + 1, std::min(hi, lo + step), same);
 }
 
 template <class Column>

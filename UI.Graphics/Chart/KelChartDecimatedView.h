@@ -89,7 +89,7 @@ private:
     template <class Column>
     void walkOrdered(const Column& column, std::size_t lo, std::size_t hi, Output& out) const;
     template <class Column>
-    std::size_t columnEnd(const Column& column, std::size_t pos, std::size_t hi) const;
+    std::size_t columnEnd(const Column& bucket, std::size_t pos, std::size_t hi, std::size_t hint) const;
     template <class Column>
     std::vector<std::size_t> linesInOnePass(const Column& column, double first, double end) const;
     bool drawable(std::size_t k) const;
