@@ -600,7 +600,8 @@ std::size_t KelChartDecimatedView::nextCut(std::size_t pos, std::size_t last) co
         return npos;
     auto gap = std::upper_bound(gaps.begin(), gaps.end(), x[pos]);
     while (gap != gaps.end() && *gap < x[last]) {
-        const auto k = static_cast<std::size_t>(std::upper_bound(x.begin() + pos + 1, x.begin() + last + 1, *gap) - x.begin());
+        const double* begin = x.data();
+        const auto k = static_cast<std::size_t>(std::upper_bound(begin + pos + 1, begin + last + 1, *gap) - begin);
         if (x[k - 1] < *gap)
             return k;
         gap = std::upper_bound(gap, gaps.end(), *gap);
