@@ -37,6 +37,9 @@ Renderer::Renderer(const Pipeline& pipeline, QSize size)
     : m_pipeline(pipeline)
     , m_layout(pipeline, size)
 {
+    const KelChartPerVariableScaling& scaling = pipeline.scaling();
+    for (std::size_t i = 0; i < scaling.size(); ++i)
+        m_views.push_back(std::make_unique<KelChartDecimatedView>(scaling.variable(i)));
 }
 
 void Renderer::paint(QPainter& painter) const
@@ -51,7 +54,7 @@ void Renderer::paint(QPainter& painter) const
     const KelChartPerVariableScaling& scaling = m_pipeline.scaling();
     for (std::size_t i = 0; i < scaling.size(); ++i)
         if (scaling.valid(i))
-            SeriesPainter(painter, m_pipeline, m_layout, i).paint();
+            SeriesPainter(painter, m_pipeline, m_layout, i, *m_views[i]).paint();
     for (const AxisResult& axis : m_pipeline.axes())
         axes.paintAxis(axis);
     paintLegend(painter);

@@ -6,9 +6,14 @@
 #include "ChartLayout.h"
 #include "Pipeline.h"
 
+#include "KelChartDecimatedView.h"
+
 #include <QPainter>
 #include <QSize>
 #include <QString>
+
+#include <memory>
+#include <vector>
 
 namespace kelchart {
 
@@ -31,6 +36,8 @@ private:
 
     const Pipeline& m_pipeline;
     ChartLayout m_layout;
+    // One per variable, kept so that the PNG and the SVG share their summaries.
+    std::vector<std::unique_ptr<KelChartDecimatedView>> m_views;
 };
 
 } // namespace kelchart

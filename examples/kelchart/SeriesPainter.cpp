@@ -18,17 +18,15 @@ using Comp = Orv::Math::Vector3::Comp;
 
 constexpr double undefinedMarkSize = 4.5;
 
-// Whether some sorted value lies strictly between a and b.
-bool anyBetween(const std::vector<double>& sorted, double a, double b)
+bool finite(const QPointF& p)
 {
-    const auto it = std::upper_bound(sorted.begin(), sorted.end(), std::min(a, b));
-    return it != sorted.end() && *it < std::max(a, b);
+    return std::isfinite(p.x()) && std::isfinite(p.y());
 }
 
 } // namespace
 
 SeriesPainter::SeriesPainter(QPainter& painter, const Pipeline& pipeline, const ChartLayout& layout,
-                             std::size_t index)
+                             std::size_t index, const KelChartDecimatedView& view)
     : m_painter(painter)
     , m_pipeline(pipeline)
     , m_layout(layout)
@@ -37,11 +35,8 @@ SeriesPainter::SeriesPainter(QPainter& painter, const Pipeline& pipeline, const 
     , m_style(m_cache.variable().style)
     , m_matrix(pipeline.scaling().matrix(index))
     , m_xOffset(categoryOffset())
+    , m_view(view)
 {
-    const std::vector<double>& xs = m_cache.x();
-    m_points.reserve(xs.size());
-    for (std::size_t k = 0; k < xs.size(); ++k)
-        m_points.push_back(pixel(xs[k], m_cache.y()[k]));
 }
 
 void SeriesPainter::paint()
@@ -57,7 +52,7 @@ void SeriesPainter::paint()
     if (plot == KelChart::styleBar)
         paintBars();
     else if (plot == QLatin1String("stick"))
-        paintSticks();
+        paintSticks(joined);
     else
         paintLines(joined);
     paintSymbols();
@@ -71,9 +66,16 @@ QPointF SeriesPainter::pixel(double x, double y) const
     return m_layout.toPixel(m_matrix.map(data));
 }
 
-bool SeriesPainter::drawable(std::size_t k) const
+QPointF SeriesPainter::pointPixel(std::size_t k) const
 {
-    return std::isfinite(m_points[k].x()) && std::isfinite(m_points[k].y());
+    return pixel(m_cache.x()[k], m_cache.y()[k]);
+}
+
+// The points land where `pixel` puts them.
+KelChartDecimatedView::Placement SeriesPainter::placement() const
+{
+    const QRectF& plot = m_layout.plot();
+    return {m_matrix, m_xOffset, plot.left(), plot.bottom(), plot.width(), plot.height()};
 }
 
 // A discrete axis labels each category at its label offset within the slot.
@@ -91,18 +93,16 @@ double SeriesPainter::baseLinePixelY() const
     return pixel(0.0, m_pipeline.scaling().baseLine(m_index, Comp::Y)).y();
 }
 
+// The view breaks lines at points without y and at NaN points.
 std::vector<SeriesPainter::Run> SeriesPainter::runs() const
 {
-    std::vector<double> gaps = m_cache.yUndef();
-    std::sort(gaps.begin(), gaps.end());
-    const std::vector<double>& xs = m_cache.x();
     std::vector<Run> result(1);
-    for (std::size_t k = 0; k < xs.size(); ++k) {
-        const bool gapBefore = k > 0 && anyBetween(gaps, xs[k - 1], xs[k]);
-        if ((gapBefore || !drawable(k)) && !result.back().empty())
+    for (const std::size_t k : m_view.lines(placement())) {
+        const QPointF at = k == KelChartDecimatedView::breakMark ? QPointF(qQNaN(), qQNaN()) : pointPixel(k);
+        if (!finite(at) && !result.back().empty())
             result.emplace_back();
-        if (drawable(k))
-            result.back().push_back(m_points[k]);
+        if (finite(at))
+            result.back().push_back(at);
     }
     if (result.back().empty())
         result.pop_back();
@@ -117,7 +117,7 @@ std::vector<QPointF> SeriesPainter::undefinedMarks() const
         marks.push_back(pixel(x, box.min().y()));
     for (const double y : m_cache.xUndef())
         marks.push_back(pixel(box.min().x(), y));
-    for (std::size_t k = 0; k < m_points.size(); ++k) {
+    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
         const double x = m_cache.x()[k];
         const double y = m_cache.y()[k];
         if (std::isnan(y) && !std::isnan(x))
@@ -202,16 +202,18 @@ void SeriesPainter::paintSpline(const Run& run)
         paintPolyline(line);
 }
 
-void SeriesPainter::paintSticks()
+// The sticks to the lowest and highest point of each pixel column cover the rest.
+void SeriesPainter::paintSticks(const std::vector<Run>& runs)
 {
     const double base = baseLinePixelY();
     m_painter.setPen(SeriesLook::linePen(m_style));
-    for (std::size_t k = 0; k < m_points.size(); ++k) {
-        QPointF foot(m_points[k].x(), base);
-        QPointF top = m_points[k];
-        if (drawable(k) && Clipping::clipSegment(foot, top, m_layout.plot()))
-            m_painter.drawLine(foot, top);
-    }
+    for (const Run& run : runs)
+        for (const QPointF& point : run) {
+            QPointF foot(point.x(), base);
+            QPointF top = point;
+            if (Clipping::clipSegment(foot, top, m_layout.plot()))
+                m_painter.drawLine(foot, top);
+        }
 }
 
 // Bar widths and offsets count in the smallest x spacing of the series.
@@ -222,8 +224,8 @@ void SeriesPainter::paintBars()
     const double base = m_pipeline.scaling().baseLine(m_index, Comp::Y);
     m_painter.setPen(SeriesLook::linePen(m_style));
     const QBrush gradient = yGradient(m_style.fillGradient.get());
-    for (std::size_t k = 0; k < m_points.size(); ++k) {
-        if (!drawable(k))
+    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
+        if (!finite(pointPixel(k)))
             continue;
         const double centre = m_cache.x()[k] + SeriesLook::entry(m_style.barOffset.get(), k, 0.0) * unit;
         const double half = SeriesLook::entry(m_style.barWidth.get(), k, 1.0) * unit / 2.0;
@@ -242,13 +244,16 @@ void SeriesPainter::paintBars()
     }
 }
 
+// One symbol per pixel, the one that would be drawn on top.
 void SeriesPainter::paintSymbols()
 {
     if (!SeriesLook::hasSymbols(m_style))
         return;
-    for (std::size_t k = 0; k < m_points.size(); ++k)
-        if (drawable(k) && m_layout.plot().contains(m_points[k]))
-            SeriesLook::paintSymbol(m_painter, m_style, k, m_points[k]);
+    for (const std::size_t k : m_view.points(placement())) {
+        const QPointF at = pointPixel(k);
+        if (m_layout.plot().contains(at))
+            SeriesLook::paintSymbol(m_painter, m_style, k, at);
+    }
 }
 
 void SeriesPainter::paintUndefined()

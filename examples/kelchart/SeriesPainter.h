@@ -1,7 +1,10 @@
 #pragma once
 // Draws one cached variable: every point goes through the variable's matrix
 // into the normalised cube and from there to its pixel; nothing is scaled
-// here. Points on a discrete x axis sit at the axis's label offset within
+// here. Lines, fills and sticks go through the variable's decimated view (per
+// pixel column the points that make a difference), symbols through one point
+// per pixel cell, so that millions of points draw as fast as thousands; bars,
+// each as wide as the data say, are drawn one by one. Points on a discrete x axis sit at the axis's label offset within
 // their category slot, where the axis puts its labels.
 //
 // Everything is cut to the plot area (see Clipping).
@@ -16,6 +19,8 @@
 #include "ChartLayout.h"
 #include "Pipeline.h"
 
+#include "KelChartDecimatedView.h"
+
 #include <QPainter>
 #include <QPointF>
 
@@ -26,7 +31,9 @@ namespace kelchart {
 
 class SeriesPainter {
 public:
-    SeriesPainter(QPainter& painter, const Pipeline& pipeline, const ChartLayout& layout, std::size_t index);
+    // `view` is the decimated view of the variable's cache.
+    SeriesPainter(QPainter& painter, const Pipeline& pipeline, const ChartLayout& layout, std::size_t index,
+                  const KelChartDecimatedView& view);
     void paint();
 
 private:
@@ -34,7 +41,8 @@ private:
     using Run = std::vector<QPointF>;
 
     QPointF pixel(double x, double y) const;
-    bool drawable(std::size_t k) const;
+    QPointF pointPixel(std::size_t k) const;
+    KelChartDecimatedView::Placement placement() const;
     double categoryOffset() const;
     double baseLinePixelY() const;
     std::vector<Run> runs() const;
@@ -46,7 +54,7 @@ private:
     void paintPolyline(const QPolygonF& line);
     static QPolygonF steps(const Run& run);
     void paintSpline(const Run& run);
-    void paintSticks();
+    void paintSticks(const std::vector<Run>& runs);
     void paintBars();
     void paintSymbols();
     void paintUndefined();
@@ -60,8 +68,7 @@ private:
     const KelChartVariableStyle& m_style;
     const Orv::Math::Matrix& m_matrix;
     double m_xOffset;
-    // The pixel of every cached point.
-    std::vector<QPointF> m_points;
+    const KelChartDecimatedView& m_view;
 };
 
 } // namespace kelchart
