@@ -237,9 +237,10 @@ QVariant KelChartPropertyModel::data(const QModelIndex& index, int role) const
         break;
     }
     const bool text = role == Qt::DisplayRole || role == Qt::EditRole;
+    if (index.column() == NameColumn && role == Qt::ToolTipRole)
+        return row->path();
     if (index.column() == NameColumn)
-        return text || role == Qt::ToolTipRole ? QVariant(role == Qt::ToolTipRole ? row->path() : row->name)
-                                                : QVariant();
+        return text ? QVariant(row->name) : QVariant();
     if (index.column() == UnitColumn)
         return text && row->hasValue ? QVariant(row->unit) : QVariant();
     return valueData(*row, role);
