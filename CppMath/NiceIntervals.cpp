@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -37,6 +38,9 @@ constexpr double DecimalLegibility = 1.0;
 constexpr double FactoredLegibility = 0.5;
 constexpr double ScientificLegibility = 0.3;
 constexpr double ConstantLegibilityParts = 3.0; // font size, orientation, overlap
+// The most coverage and density add up to (0.2 × 1 + 0.5 × 1), and legibility (0.05 × 1).
+constexpr double MostSpread = 0.7;
+constexpr double MostLegibility = 0.05;
 // Slack for rounding in the score bounds.
 constexpr double BoundSlack = 1e-9;
 
@@ -69,7 +73,7 @@ double scaled(double n, int z)
     return z >= 0 ? n * powerOfTen(z) : n / powerOfTen(-z);
 }
 
-// floor and ceil for |x| < 2^50, without a library call.
+// floor and ceil for |x| < 2^63, without a library call.
 std::int64_t floorToInteger(double x)
 {
     const auto k = static_cast<std::int64_t>(x);
@@ -84,8 +88,9 @@ std::int64_t ceilToInteger(double x)
 
 int digitCount(std::int64_t magnitude)
 {
+    std::int64_t power = 10;
     int count = 1;
-    for (; magnitude >= 10; magnitude /= 10)
+    for (; count < 18 && magnitude >= power; power *= 10)
         ++count;
     return count;
 }
@@ -109,32 +114,73 @@ int labelFactorExponent(int largestExponent, int stepExponent)
     return 0;
 }
 
-
-// A step j × q × 10^z, kept as the integer digits × 10^exponent so that ticks are exact.
-struct Step {
+// A step shape j × q with what the search needs of it, worked out once: the integer digits ×
+// 10^shift without trailing zeros (a skipped step such as 2 × 5 is 1 × 10^1, so its labels get
+// the precision of 10, not of 1.0), and the simplicity without the bonus for a tick at zero.
+struct Shape {
     int rank = 0; // of q
     int skip = 1; // j
     std::int64_t digits = 1;
-    int exponent = 0;
-    double size = 1.0;
-
-    double tick(std::int64_t k) const { return scaled(static_cast<double>(k * digits), exponent); }
+    int shift = 0;
+    double value = 1.0; // j × q
+    double inverseValue = 1.0;
+    double inverseDigits = 1.0;
+    double plainSimplicity = 0.0;
+    double largestMultiple = 0.0; // |k| below it: distinct ticks and k × digits exact
 };
 
-std::optional<Step> makeStep(int rank, int skip, int z)
+constexpr Shape makeShape(int rank, int skip)
 {
-    Step s{rank, skip, static_cast<std::int64_t>(BaseDigits[rank]) * skip, z + BaseShift[rank], 0.0};
-    // A skipped step such as 2 × 5 is 10: its labels get the precision of 10, not of 1.0.
+    Shape s;
+    s.rank = rank;
+    s.skip = skip;
+    s.digits = static_cast<std::int64_t>(BaseDigits[rank]) * skip;
+    s.shift = BaseShift[rank];
     while (s.digits % 10 == 0) {
         s.digits /= 10;
-        ++s.exponent;
+        ++s.shift;
     }
-    if (s.exponent < MinStepExponent || s.exponent > MaxStepExponent)
-        return std::nullopt;
-    s.size = scaled(static_cast<double>(s.digits), s.exponent);
-    if (!std::isfinite(s.size))
-        return std::nullopt;
+    s.value = BaseValue[rank] * skip;
+    s.inverseValue = 1.0 / s.value;
+    s.inverseDigits = 1.0 / static_cast<double>(s.digits);
+    s.plainSimplicity = 1.0 - rank / (BaseCount - 1.0) - skip;
+    s.largestMultiple = std::min(MaxMultiple, MaxExactInteger / static_cast<double>(s.digits));
     return s;
+}
+
+// Every shape in the order of the search: j, then q. Simplicity never rises along it.
+constexpr auto Shapes = [] {
+    std::array<Shape, MaxSkip * BaseCount> shapes{};
+    for (int skip = 1; skip <= MaxSkip; ++skip) {
+        for (int rank = 0; rank < BaseCount; ++rank)
+            shapes[static_cast<std::size_t>((skip - 1) * BaseCount + rank)] = makeShape(rank, skip);
+    }
+    return shapes;
+}();
+
+// A step j × q × 10^z, kept as the integer digits × 10^exponent so that ticks are exact.
+struct Step {
+    const Shape* shape = &Shapes[0];
+    int exponent = 0;
+    double size = 1.0;
+    double inverseSize = 1.0;
+
+    std::int64_t digits() const { return shape->digits; }
+    double tick(std::int64_t k) const { return scaled(static_cast<double>(k * digits()), exponent); }
+};
+
+std::optional<Step> makeStep(const Shape& shape, int z)
+{
+    const int exponent = z + shape.shift;
+    if (exponent < MinStepExponent || exponent > MaxStepExponent)
+        return std::nullopt;
+    const double size = scaled(static_cast<double>(shape.digits), exponent);
+    if (!std::isfinite(size))
+        return std::nullopt;
+    // The reciprocal only turns quotients into products: a rounding more stays far inside the
+    // tolerance of nearInteger.
+    const double inverseSize = exponent <= 0 ? shape.inverseDigits * powerOfTen(-exponent) : 1.0 / size;
+    return Step{&shape, exponent, size, inverseSize};
 }
 
 // How the labels of ticks from..to of a step are written.
@@ -148,7 +194,7 @@ LabelStyle labelStyle(const Step& s, std::int64_t first, std::int64_t last, bool
                       NumberFormat::Notation notation)
 {
     LabelStyle style;
-    const std::int64_t largestDigits = std::max(std::abs(first), std::abs(last)) * s.digits;
+    const std::int64_t largestDigits = std::max(std::abs(first), std::abs(last)) * s.digits();
     style.largestExponent = digitCount(largestDigits) - 1 + s.exponent;
     if (factorLabels && largestDigits != 0)
         style.factorExponent = labelFactorExponent(style.largestExponent, s.exponent);
@@ -168,14 +214,18 @@ struct Request {
     bool loose;
     bool factorLabels;
     NumberFormat::Notation notation;
-    // For the bounds: 1 / count, and the largest span in steps for which zero can be a tick.
+    // For the scores and bounds: 1 / count, 10 / span (a step of at least 10^-300 needs a span
+    // far from the smallest doubles, so this is finite whenever a step is laid out), and the
+    // largest span in steps for which zero can be a tick.
     double inverseCount;
+    double tenOverSpan;
     double zeroReachableUpTo;
 };
 
 Request makeRequest(double min, double max, int count, bool loose, bool factorLabels, NumberFormat::Notation notation)
 {
-    Request r{min, max, max - min, count, loose, factorLabels, notation, 1.0 / count, 0.0};
+    const double span = max - min;
+    Request r{min, max, span, count, loose, factorLabels, notation, 1.0 / count, 10.0 / span, 0.0};
     if (min <= 0.0 && max >= 0.0)
         r.zeroReachableUpTo = std::numeric_limits<double>::infinity();
     else if (loose) // the step must reach from zero past the nearer end
@@ -185,12 +235,15 @@ Request makeRequest(double min, double max, int count, bool loose, bool factorLa
     return r;
 }
 
-// One candidate: the ticks first..last of a step.
+// One candidate: the ticks first..last of a step, lmin..lmax.
 struct Labeling {
     Step step;
     std::int64_t first = 0;
     std::int64_t last = -1;
+    double lmin = 0.0;
+    double lmax = 0.0;
     double score = -std::numeric_limits<double>::infinity();
+    LabelStyle style;
 };
 
 // Whether a quotient below 2^50 may be an integer up to its rounding errors (a few units in
@@ -233,15 +286,10 @@ double square(double x)
     return x * x;
 }
 
-double simplicity(const Step& s, bool zeroIsTick)
-{
-    return 1.0 - s.rank / (BaseCount - 1.0) - s.skip + (zeroIsTick ? 1.0 : 0.0);
-}
-
 // 2 - max(ratio, 1 / ratio), ratio = the extent of data and ticks, in steps, over the wanted intervals.
-double density(double extentInSteps, int count)
+double density(double extentInSteps, const Request& r)
 {
-    const double ratio = extentInSteps / count;
+    const double ratio = extentInSteps * r.inverseCount;
     return 2.0 - std::max(ratio, 1.0 / ratio);
 }
 
@@ -271,50 +319,62 @@ double densityOfSteps(const Request& r, double n)
     return 2.0 - std::max(n * r.inverseCount, r.count / n);
 }
 
+// The span in steps u, and 1 / u, which the walk over z keeps up by products alongside u.
+struct StepsInSpan {
+    double u;
+    double inverse;
+};
+
 // The best coverage and density a step can reach, known before laying it out, from the span in
 // steps u alone. Enclosing ticks span n = ceil(u) or n + 1 steps, the data inside; inner ones
 // floor(u) or one less, inside the data, whose extent sets the density.
-double spreadBound(const Request& r, double u)
+double spreadBound(const Request& r, StepsInSpan s)
 {
-    const double inverseU = 1.0 / u;
     if (r.loose) {
-        const double n = std::max(1.0, std::ceil(u * (1.0 - BoundSlack)));
+        const double n = std::max(1.0, std::ceil(s.u * (1.0 - BoundSlack)));
         const auto part = [&](double steps) {
-            return 0.2 * coverageBound(std::max(0.0, steps - u) * inverseU) + 0.5 * densityOfSteps(r, steps);
+            return 0.2 * coverageBound(std::max(0.0, steps - s.u) * s.inverse) + 0.5 * densityOfSteps(r, steps);
         };
         return std::max(part(n), part(n + 1.0));
     }
-    const double n = std::floor(u * (1.0 + BoundSlack));
+    const double n = std::floor(s.u * (1.0 + BoundSlack));
     if (n < 1.0)
         return -std::numeric_limits<double>::infinity(); // at most one tick
-    return 0.2 * coverageBound(std::max(0.0, u - n) * inverseU) + 0.5 * densityOfSteps(r, u);
+    const double density = 2.0 - std::max(s.u * r.inverseCount, r.count * s.inverse);
+    return 0.2 * coverageBound(std::max(0.0, s.u - n) * s.inverse) + 0.5 * density;
 }
 
 // A looser bound than spreadBound, but one that only grows towards u = count from either side,
 // so that once it falls below the best score, steps further out need not be tried.
-double spreadEnvelope(const Request& r, double u)
+double spreadEnvelope(const Request& r, StepsInSpan s)
 {
-    if (!r.loose)
-        return u >= 1.0 ? 0.2 + 0.5 * densityOfSteps(r, u) : -std::numeric_limits<double>::infinity();
-    if (u >= r.count) // more steps than wanted: density falls with u
-        return 0.2 + 0.5 * std::min(1.0, 2.0 - u * r.inverseCount);
-    const double coverage = u < 1.0 ? coverageBound(1.0 / u - 1.0) : 1.0;
-    return 0.2 * coverage + 0.5 * std::min(1.0, 2.0 - r.count / (u + 2.0));
+    if (!r.loose) {
+        if (s.u < 1.0)
+            return -std::numeric_limits<double>::infinity();
+        return 0.2 + 0.5 * (2.0 - std::max(s.u * r.inverseCount, r.count * s.inverse));
+    }
+    if (s.u >= r.count) // more steps than wanted: density falls with u
+        return 0.2 + 0.5 * std::min(1.0, 2.0 - s.u * r.inverseCount);
+    const double coverage = s.u < 1.0 ? coverageBound(s.inverse - 1.0) : 1.0;
+    return 0.2 * coverage + 0.5 * std::min(1.0, 2.0 - r.count / (s.u + 2.0));
 }
 
 std::optional<Labeling> layOut(const Request& r, const Step& s)
 {
-    const double low = r.min / s.size;
-    const double high = r.max / s.size;
-    const double limit = std::min(MaxMultiple, MaxExactInteger / static_cast<double>(s.digits));
-    if (!(std::fabs(low) < limit && std::fabs(high) < limit))
+    const double low = r.min * s.inverseSize;
+    const double high = r.max * s.inverseSize;
+    if (!(std::fabs(low) < s.shape->largestMultiple && std::fabs(high) < s.shape->largestMultiple))
         return std::nullopt;
 
     Labeling l;
     l.step = s;
     l.first = r.loose ? multipleAtOrBelow(s, low, r.min) : multipleAtOrAbove(s, low, r.min);
     l.last = r.loose ? multipleAtOrAbove(s, high, r.max) : multipleAtOrBelow(s, high, r.max);
-    if (l.last < l.first || !std::isfinite(s.tick(l.first)) || !std::isfinite(s.tick(l.last)))
+    if (l.last < l.first)
+        return std::nullopt;
+    l.lmin = s.tick(l.first);
+    l.lmax = s.tick(l.last);
+    if (!std::isfinite(l.lmin) || !std::isfinite(l.lmax))
         return std::nullopt;
     return l;
 }
@@ -322,87 +382,247 @@ std::optional<Labeling> layOut(const Request& r, const Step& s)
 // The score with legibility taken as 1, its most.
 double scoreBeforeLegibility(const Labeling& l, const Request& r)
 {
-    const double lmin = l.step.tick(l.first);
-    const double lmax = l.step.tick(l.last);
     const double coverage =
-        1.0 - 0.5 * (square((r.max - lmax) / (0.1 * r.span)) + square((r.min - lmin) / (0.1 * r.span)));
+        1.0 - 0.5 * (square((r.max - l.lmax) * r.tenOverSpan) + square((r.min - l.lmin) * r.tenOverSpan));
     // Counted in steps, the extent cannot overflow however large the values.
-    const double extent = static_cast<double>(l.last - l.first) + std::max(0.0, (r.max - lmax) / l.step.size)
-                          + std::max(0.0, (lmin - r.min) / l.step.size);
-    const double spread = l.last > l.first ? density(extent, r.count) : -std::numeric_limits<double>::infinity();
-    return weighted(simplicity(l.step, l.first <= 0 && l.last >= 0), coverage, spread, 1.0);
+    const double extent = static_cast<double>(l.last - l.first) + std::max(0.0, (r.max - l.lmax) * l.step.inverseSize)
+                          + std::max(0.0, (l.lmin - r.min) * l.step.inverseSize);
+    const double spread = l.last > l.first ? density(extent, r) : -std::numeric_limits<double>::infinity();
+    const bool zeroIsTick = l.first <= 0 && l.last >= 0;
+    return weighted(l.step.shape->plainSimplicity + (zeroIsTick ? 1.0 : 0.0), coverage, spread, 1.0);
 }
 
-// Lays out the step and keeps it when it beats the best so far.
-void consider(const Request& r, const Step& s, std::optional<Labeling>& best)
-{
-    auto candidate = layOut(r, s);
-    if (!candidate)
-        return;
-    const double upper = scoreBeforeLegibility(*candidate, r);
-    if (best && !(upper > best->score))
-        return;
-    const LabelStyle style = labelStyle(s, candidate->first, candidate->last, r.factorLabels, r.notation);
-    candidate->score = upper - 0.05 * (1.0 - legibility(style));
-    if (!best || candidate->score > best->score)
-        best = candidate;
-}
-
-// Tries the steps j × q × 10^z over z, outwards from span / count, while their bounds can still
-// beat the best. unitsInSpan is span / 10^centre.
-void searchDecades(const Request& r, int rank, int skip, int centre, double unitsInSpan,
-                   std::optional<Labeling>& best)
-{
-    const double bestSimplicity = 2.0 - rank / (BaseCount - 1.0) - skip;
-    // u is the span in steps, r.count where the density is best.
-    const auto visit = [&](int z, double u, bool downwards) {
-        const double floor = best ? best->score - BoundSlack : -std::numeric_limits<double>::infinity();
-        if (0.25 * bestSimplicity + spreadEnvelope(r, u) + 0.05 < floor)
-            return downwards ? u < r.count : u > r.count; // still before the peak: go on
-        const double zeroPart = u <= r.zeroReachableUpTo ? 0.0 : 0.25;
-        if (0.25 * bestSimplicity - zeroPart + spreadBound(r, u) + 0.05 < floor)
-            return true;
-        if (const auto s = makeStep(rank, skip, z))
-            consider(r, *s, best);
-        return true;
-    };
-    // The largest z whose step is at most span / count, roughly; the walks check both sides.
-    const double q = BaseValue[rank] * skip;
-    const int start = centre - (q >= 10.0 ? 1 : 0);
-    const double startU = unitsInSpan / q * (q >= 10.0 ? 10.0 : 1.0);
-    double u = startU;
-    for (int z = start; z >= centre - DecadesBelow && visit(z, u, true); --z)
-        u *= 10.0;
-    u = startU * 0.1;
-    for (int z = start + 1; z <= centre + DecadesAbove && visit(z, u, false); ++z)
-        u *= 0.1;
-}
-
-// The decimal exponent of x > 0: floor(log10(x)), up to rounding at exact powers of ten.
+// The decimal exponent of x > 0: floor(log10(x)), up to rounding at exact powers of ten. From
+// the binary exponent it is one of two values, and a power of ten tells which.
 int decimalExponent(double x)
 {
-    return static_cast<int>(std::floor(std::log10(x)));
+    if (!(x >= 1e-300 && x < 1e300)) // far out, where the table of powers ends
+        return static_cast<int>(std::floor(std::log10(x)));
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &x, sizeof bits);
+    const int binaryExponent = static_cast<int>((bits >> 52) & 0x7ff) - 1023; // x in [2^b, 2^(b + 1))
+    constexpr double Log10Of2 = 0.30102999566398120;
+    auto e = static_cast<int>(floorToInteger(binaryExponent * Log10Of2));
+    const int next = e + 1;
+    if (next >= 0 ? x >= powerOfTen(next) : x * powerOfTen(-next) >= 1.0)
+        e = next;
+    return e;
 }
+
+// The best labeling of a request, by a walk over j, q and z that skips what bounds rule out.
+class Search {
+public:
+    explicit Search(const Request& r)
+        : m_r(r)
+        , m_centre(decimalExponent(r.span / r.count))
+        , m_unitsInSpan(scaled(r.span, -std::clamp(m_centre, -MaxStepExponent, MaxStepExponent)))
+        , m_inverseUnitsInSpan(1.0 / m_unitsInSpan)
+        , m_zeroSpread(zeroSpread(r))
+        , m_farSpread(farSpread(r))
+    {
+    }
+
+    std::optional<Labeling> run()
+    {
+        // With j = 1 the nearest steps are tried first of all, best bound first: they raise the
+        // bar early for all the rest.
+        searchNearest();
+        for (const Shape& shape : Shapes) {
+            // Simplicity only falls from here on: once even the best rest cannot win, stop.
+            if (shapeBound(shape) < bar())
+                break;
+            if (shape.skip > 1)
+                tryNearest(shape, nearestSteps(shape));
+            searchFar(shape);
+        }
+        if (!m_found)
+            return std::nullopt;
+        return m_best;
+    }
+
+private:
+    // Steps with zero among their ticks span at most zeroReachableUpTo steps; below count steps
+    // the envelope only rises towards count.
+    static double zeroSpread(const Request& r)
+    {
+        const double u = std::min(r.zeroReachableUpTo, static_cast<double>(r.count));
+        return spreadEnvelope(r, {u, 1.0 / u});
+    }
+
+    // What a candidate must beat, less the slack for rounding in the bounds.
+    double bar() const { return m_bar; }
+
+    // The most any step of the shape can score, with or without a tick at zero.
+    double shapeBound(const Shape& shape) const
+    {
+        return 0.25 * shape.plainSimplicity + MostLegibility + std::max(MostSpread, 0.25 + m_zeroSpread);
+    }
+
+    // The largest z whose step is at most span / count, roughly, and the span in its steps.
+    // u is the span in steps, count where the density is best.
+    int startExponent(const Shape& shape) const { return m_centre - (shape.value >= 10.0 ? 1 : 0); }
+
+    StepsInSpan startSteps(const Shape& shape) const
+    {
+        const bool wide = shape.value >= 10.0;
+        return {m_unitsInSpan * shape.inverseValue * (wide ? 10.0 : 1.0),
+                m_inverseUnitsInSpan * shape.value * (wide ? 0.1 : 1.0)};
+    }
+
+    static StepsInSpan coarser(StepsInSpan s) { return {s.u * 0.1, s.inverse * 10.0}; }
+    static StepsInSpan finer(StepsInSpan s) { return {s.u * 10.0, s.inverse * 0.1}; }
+
+    // The steps of a shape with the span just at or above count steps and just below, the
+    // usual winners: the exponent and the span in steps of the first.
+    struct Nearest {
+        int z;
+        StepsInSpan steps;
+    };
+
+    Nearest nearestSteps(const Shape& shape) const
+    {
+        Nearest n{startExponent(shape), startSteps(shape)};
+        if (n.steps.u < m_r.count) {
+            --n.z;
+            n.steps = finer(n.steps);
+        }
+        return n;
+    }
+
+    // The nearest two steps of each q with j = 1, tried best bound first.
+    void searchNearest()
+    {
+        struct Candidate {
+            double bound; // by the envelope, cheaper than stepBound
+            StepsInSpan steps;
+            int rank;
+            int z;
+        };
+        std::array<Candidate, 2 * BaseCount> nearest{};
+        for (int rank = 0; rank < BaseCount; ++rank) {
+            const Shape& shape = Shapes[static_cast<std::size_t>(rank)];
+            const Nearest n = nearestSteps(shape);
+            const StepsInSpan coarse = coarser(n.steps);
+            nearest[static_cast<std::size_t>(2 * rank)] = {envelopeBound(shape, n.steps), n.steps, rank, n.z};
+            nearest[static_cast<std::size_t>(2 * rank + 1)] = {envelopeBound(shape, coarse), coarse, rank, n.z + 1};
+        }
+        for (std::size_t tried = 0; tried < nearest.size(); ++tried) {
+            const auto next = std::max_element(nearest.begin(), nearest.end(),
+                                               [](const Candidate& a, const Candidate& b) { return a.bound < b.bound; });
+            if (next->bound < bar())
+                return;
+            const Shape& shape = Shapes[static_cast<std::size_t>(next->rank)];
+            if (stepBound(shape, next->steps) >= bar()) {
+                if (const auto step = makeStep(shape, next->z))
+                    consider(*step);
+            }
+            next->bound = -std::numeric_limits<double>::infinity();
+        }
+    }
+
+    double envelopeBound(const Shape& shape, StepsInSpan s) const
+    {
+        const double simplicity = shape.plainSimplicity + (s.u <= m_r.zeroReachableUpTo ? 1.0 : 0.0);
+        return 0.25 * simplicity + spreadEnvelope(m_r, s) + MostLegibility;
+    }
+
+    // The most a step can score, from the span in its steps.
+    double stepBound(const Shape& shape, StepsInSpan s) const
+    {
+        const double simplicity = shape.plainSimplicity + (s.u <= m_r.zeroReachableUpTo ? 1.0 : 0.0);
+        return 0.25 * simplicity + spreadBound(m_r, s) + MostLegibility;
+    }
+
+    void tryNearest(const Shape& shape, Nearest n)
+    {
+        tryStep(shape, n.z, n.steps);
+        tryStep(shape, n.z + 1, coarser(n.steps));
+    }
+
+    void tryStep(const Shape& shape, int z, StepsInSpan s)
+    {
+        // The envelope first: cheaper, and mostly enough.
+        if (envelopeBound(shape, s) < bar() || stepBound(shape, s) < bar())
+            return;
+        if (const auto step = makeStep(shape, z))
+            consider(*step);
+    }
+
+    // Tries the steps further out than the nearest two, while their bounds can still beat the
+    // best. Their span is at least 10 × count steps or below count / 10, and the envelope only
+    // falls away from count, so most often none is tried.
+    void searchFar(const Shape& shape)
+    {
+        if (0.25 * (shape.plainSimplicity + 1.0) + m_farSpread + MostLegibility < bar())
+            return;
+        const Nearest n = nearestSteps(shape);
+        StepsInSpan fine = finer(n.steps);
+        for (int z = n.z - 1; z >= m_centre - DecadesBelow && visit(shape, z, fine, true); --z)
+            fine = finer(fine);
+        StepsInSpan coarse = coarser(coarser(n.steps));
+        for (int z = n.z + 2; z <= m_centre + DecadesAbove && visit(shape, z, coarse, false); ++z)
+            coarse = coarser(coarse);
+    }
+
+    // The most coverage and density add for a span of at least 10 × count steps or below
+    // count / 10.
+    static double farSpread(const Request& r)
+    {
+        const double count = r.count;
+        return std::max(spreadEnvelope(r, {10.0 * count, 0.1 / count}), spreadEnvelope(r, {0.1 * count, 10.0 / count}));
+    }
+
+    // Considers a step beyond the nearest two unless its bounds rule it out; false when the
+    // walk need go no further: there the envelope only falls further out.
+    bool visit(const Shape& shape, int z, StepsInSpan s, bool downwards)
+    {
+        const double reach = m_r.zeroReachableUpTo;
+        // Downwards u grows, so once zero is out of reach it stays so.
+        const bool zeroAhead = downwards ? s.u <= reach : reach > 0.0;
+        const double simplicityAhead = shape.plainSimplicity + (zeroAhead ? 1.0 : 0.0);
+        if (0.25 * simplicityAhead + spreadEnvelope(m_r, s) + MostLegibility < bar())
+            return false;
+        if (stepBound(shape, s) < bar())
+            return true;
+        if (const auto step = makeStep(shape, z))
+            consider(*step);
+        return true;
+    }
+
+    // Lays out the step and keeps it when it beats the best so far.
+    void consider(const Step& s)
+    {
+        auto candidate = layOut(m_r, s);
+        if (!candidate)
+            return;
+        const double upper = scoreBeforeLegibility(*candidate, m_r);
+        if (m_found && !(upper > m_best.score))
+            return;
+        candidate->style = labelStyle(s, candidate->first, candidate->last, m_r.factorLabels, m_r.notation);
+        candidate->score = upper - 0.05 * (1.0 - legibility(candidate->style));
+        if (!m_found || candidate->score > m_best.score) {
+            m_best = *candidate;
+            m_found = true;
+            m_bar = m_best.score - BoundSlack;
+        }
+    }
+
+    const Request& m_r;
+    int m_centre;
+    double m_unitsInSpan;
+    double m_inverseUnitsInSpan;
+    double m_zeroSpread; // the most coverage and density add for a step with a tick at zero
+    double m_farSpread;
+    Labeling m_best;
+    bool m_found = false;
+    double m_bar = -std::numeric_limits<double>::infinity();
+};
 
 std::optional<Labeling> bestLabeling(const Request& r)
 {
-    const double roughStep = r.span / r.count;
-    if (!(roughStep > 0.0))
+    if (!(r.span / r.count > 0.0))
         return std::nullopt;
-    const int centre = decimalExponent(roughStep);
-    const double unitsInSpan = scaled(r.span, -std::clamp(centre, -MaxStepExponent, MaxStepExponent));
-
-    std::optional<Labeling> best;
-    for (int skip = 1; skip <= MaxSkip; ++skip) {
-        for (int rank = 0; rank < BaseCount; ++rank) {
-            // Simplicity only falls from here on: once even a perfect rest cannot win, stop.
-            const double bestSimplicity = 2.0 - rank / (BaseCount - 1.0) - skip;
-            if (best && weighted(bestSimplicity, 1.0, 1.0, 1.0) < best->score - BoundSlack)
-                return best;
-            searchDecades(r, rank, skip, centre, unitsInSpan, best);
-        }
-    }
-    return best;
+    return Search(r).run();
 }
 
 } // namespace
@@ -424,15 +644,14 @@ NiceIntervals::NiceIntervals(double min, double max, int count, bool loose, bool
     const Step& step = best->step;
     m_first = best->first;
     m_size = static_cast<int>(best->last - best->first + 1);
-    m_stepDigits = step.digits;
+    m_stepDigits = step.digits();
     m_stepExponent = step.exponent;
-    m_min = value(0);
-    m_max = value(m_size - 1);
+    m_min = best->lmin; // value(0) and value(m_size - 1), worked out already
+    m_max = best->lmax;
 
-    const LabelStyle style = labelStyle(step, best->first, best->last, factorLabels, format.notation);
-    m_factorExponent = style.factorExponent;
+    m_factorExponent = best->style.factorExponent;
     factor = scaled(1.0, m_factorExponent);
-    m_format.notation = style.notation;
+    m_format.notation = best->style.notation;
 }
 
 double NiceIntervals::value(int i) const

@@ -25,10 +25,12 @@ namespace Orv::Math {
 //                1 for plain decimals, 0.5 with a power of 1000 factored out, 0.3 in scientific
 //                notation; font size, orientation and overlap, left to the host, count as 1.
 // So a round step and a tick at zero are weighed against covering the data tightly, getting
-// close to `count` intervals and plain labels. The search is cheap: it walks j, then q, then z
-// outwards from span / count, and stops each walk as soon as upper bounds of simplicity,
-// coverage and density (known from the step alone, before laying out the ticks) cannot beat the
-// best labeling so far. Steps stay within a thousandth of span / count to about 10^4 times it.
+// close to `count` intervals and plain labels. The search is cheap: upper bounds of simplicity,
+// coverage and density, known from the step alone before laying out the ticks, skip every step
+// that cannot beat the best labeling so far. The likely winners come first, so the bar rises
+// early: for j = 1 the two steps of each q nearest span / count, best bound first; then, for j
+// = 2, 3, ..., the two nearest steps of each q, and further decades only while their bounds
+// allow. Steps stay within a thousandth of span / count to about 10^4 times it.
 //
 // Exactness: a step is held as integer digits × 10^e (2.5 as 25 × 10^-1), and value(i) is the
 // double nearest k·digits × 10^e, computed on its own (k·digits × 10^e, or k·digits / 10^-e for
