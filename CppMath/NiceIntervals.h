@@ -9,23 +9,34 @@
 
 namespace Orv::Math {
 
-// Ticks for a data range [min, max]: size() values at integer multiples k × step of a step
-// of 1, 5 or 2 times a power of ten, ascending, with their labels.
+// Ticks for a data range [min, max]: size() values at integer multiples k × step, ascending,
+// with their labels. The step is j × q × 10^z with q in 1, 5, 2, 2.5, 4, 3 (in that order of
+// preference) and j >= 1 taking every j-th multiple of q × 10^z, as 6 = 2 × 3 or 7.5 = 3 × 2.5.
 //
-// Choosing the step: every step q × 10^z near the wanted density is tried, its ticks laid out
-// by the `loose` rule below, and the labeling with the best extended labeling quality of
-// Talbot, Lin and Hanrahan (2010) wins:
-//   0.25 simplicity + 0.2 coverage + 0.5 density + 0.05 legibility (taken as 1), with
-//   simplicity = (1 if 0 is a tick, else 0) - (position of q in 1, 5, 2, 2.5, 4, 3 minus 1) / 5,
+// Choosing the step: the ticks of a step are fixed by the `loose` rule below, so the search runs
+// over j, q and z only, and the labeling with the best extended labeling quality of Talbot, Lin
+// and Hanrahan (2010) wins:
+//   0.25 simplicity + 0.2 coverage + 0.5 density + 0.05 legibility, with
+//   simplicity = 1 - (position of q in the list above minus 1) / 5 - j + (1 if 0 is a tick),
 //   coverage   = 1 - 0.5 ((dmax - lmax)^2 + (dmin - lmin)^2) / (0.1 (dmax - dmin))^2,
-//   density    = 2 - max(r / t, t / r), r the tick density of the labeling, t the wanted one.
-// So a round step and a tick at zero are weighed against covering the data tightly and getting
-// close to `count` intervals. All of it is O(1): a few candidates, no loop over the ticks.
+//   density    = 2 - max(r / t, t / r), r the tick density of the labeling, t the wanted one
+//                (a single tick has none: it is taken only when nothing else fits),
+//   legibility = the mean of four parts: the format of the labels as this class writes them,
+//                1 for plain decimals, 0.5 with a power of 1000 factored out, 0.3 in scientific
+//                notation; font size, orientation and overlap, left to the host, count as 1.
+// So a round step and a tick at zero are weighed against covering the data tightly, getting
+// close to `count` intervals and plain labels. The search is cheap: upper bounds of simplicity,
+// coverage and density, known from the step alone before laying out the ticks, skip every step
+// that cannot beat the best labeling so far. The likely winners come first, so the bar rises
+// early: for j = 1 the two steps of each q nearest span / count, best bound first; then, for j
+// = 2, 3, ..., the two nearest steps of each q, and further decades only while their bounds
+// allow. Steps stay within a thousandth of span / count to about 10^4 times it.
 //
-// Exactness: value(i) is computed on its own as the double nearest k·q × 10^z (k·q × 10^z, or
-// k·q / 10^-z for small steps; exact powers of ten up to 10^22, correctly rounded beyond), never
-// by adding up steps, so values do not drift. Labels are written from the integer k·q and the
-// exponent, never from the double, so they show no float noise and zero never has a sign.
+// Exactness: a step is held as integer digits × 10^e (2.5 as 25 × 10^-1), and value(i) is the
+// double nearest k·digits × 10^e, computed on its own (k·digits × 10^e, or k·digits / 10^-e for
+// small steps; exact powers of ten up to 10^22, correctly rounded beyond), never by adding up
+// steps, so values do not drift. Labels are written from the integer k·digits and the exponent,
+// never from the double, so they show no float noise and zero never has a sign.
 //
 // Degenerate input gives an empty result (size() 0, max() <= min()): min >= max, a NaN or
 // infinite bound, a span that overflows, a span too narrow for a step of at least 1e-300, or one
@@ -78,7 +89,7 @@ public:
 private:
     std::int64_t m_first = 0; // value(0) is m_first × step
     int m_size = 0;
-    int m_stepDigit = 1; // the step is m_stepDigit × 10^m_stepExponent
+    std::int64_t m_stepDigits = 1; // the step is m_stepDigits × 10^m_stepExponent
     int m_stepExponent = 0;
     int m_factorExponent = 0;
     double m_min = 0.0;

@@ -18,55 +18,117 @@ struct Range {
     int count;
 };
 
-// A fixed pseudo-random mix of ranges of all magnitudes: arbitrary, from zero, narrow around a
-// large offset, and symmetric.
+// A fixed pseudo-random corpus: spans log-uniform over twenty decades, offsets from far below to
+// far above the span (so some straddle zero), counts 2 to 10; and every fourth range from zero.
 const std::vector<Range>& corpus()
 {
     static const std::vector<Range> ranges = [] {
         std::mt19937_64 random(20240531);
-        const auto uniform = [&random] { return static_cast<double>(random() >> 11) * 0x1.0p-53; };
+        std::uniform_real_distribution<double> decade(-10.0, 10.0), offset(-3.0, 3.0);
+        std::uniform_int_distribution<int> count(2, 10);
         std::vector<Range> result;
-        for (int i = 0; i < 400; ++i) {
-            const double scale = std::pow(10.0, static_cast<int>(uniform() * 20) - 10);
-            const int count = 2 + static_cast<int>(random() % 10);
-            const double a = (2 * uniform() - 1) * scale;
-            const double b = (2 * uniform() - 1) * scale;
-            const Range kinds[] = {{std::min(a, b), std::max(a, b), count}, {0.0, std::fabs(a), count},
-                                   {scale + a, scale + a + std::fabs(b) * 1e-3, count},
-                                   {-std::fabs(a), std::fabs(a), count}};
-            result.push_back(kinds[i % 4]);
+        for (int i = 0; i < 1200; ++i) {
+            const double span = std::pow(10.0, decade(random));
+            const double min = i % 4 == 0 ? 0.0 : offset(random) * span;
+            result.push_back({min, min + span, count(random)});
         }
         return result;
     }();
     return ranges;
 }
 
-double stepExponent(double step)
+constexpr double StepBases[] = {1, 5, 2, 2.5, 4, 3}; // in order of preference
+
+// The step as j × q × 10^z with the best simplicity, or rank -1 when it is none.
+struct StepShape {
+    int rank = -1;
+    int skip = 0;
+};
+
+StepShape shapeOf(double step)
 {
-    return std::floor(std::log10(step) + 1e-9);
+    for (int skip = 1; skip <= 10; ++skip) {
+        for (int rank = 0; rank < 6; ++rank) {
+            const double power = std::log10(step / (StepBases[rank] * skip));
+            if (std::fabs(power - std::round(power)) < 1e-9)
+                return {rank, skip};
+        }
+    }
+    return {};
 }
 
-// q when step is q × 10^z with q in 1, 2, 5; else 0.
-int niceDigit(double step)
+// A labeling as the extended quality score sees it.
+struct Labeling {
+    double lmin, lmax;
+    long intervals;
+    bool zeroIsTick;
+    StepShape shape;
+    double formatLegibility;
+};
+
+// The extended labeling quality, from its published definition; legibility is the mean of the
+// format part and three constant parts.
+double quality(const Labeling& l, const Range& d)
 {
-    const double q = step / std::pow(10.0, stepExponent(step));
-    const long digit = std::lround(q);
-    return (digit == 1 || digit == 2 || digit == 5) && std::fabs(q / digit - 1.0) < 1e-12 ? int(digit) : 0;
+    const auto square = [](double x) { return x * x; };
+    const double simplicity = 1.0 - l.shape.rank / 5.0 - l.shape.skip + (l.zeroIsTick ? 1.0 : 0.0);
+    const double coverage =
+        1.0 - 0.5 * (square(d.max - l.lmax) + square(d.min - l.lmin)) / square(0.1 * (d.max - d.min));
+    const double r = l.intervals / (l.lmax - l.lmin); // NaN for a single tick, which fails the checks
+    const double t = d.count / (std::max(l.lmax, d.max) - std::min(d.min, l.lmin));
+    const double density = 2.0 - std::max(r / t, t / r);
+    const double legibility = (l.formatLegibility + 3.0) / 4.0;
+    return 0.25 * simplicity + 0.2 * coverage + 0.5 * density + 0.05 * legibility;
 }
 
-// The extended labeling quality of the ticks for the data, from its published definition.
+// Plain decimals 1, a factor 0.5, scientific notation 0.3: read off the labels.
+double formatLegibility(const NiceIntervals& ticks)
+{
+    for (int i = 0; i < ticks.size(); ++i) {
+        if (ticks.label(i).find('e') != std::string::npos)
+            return 0.3;
+    }
+    return ticks.factor != 1.0 ? 0.5 : 1.0;
+}
+
 double quality(const NiceIntervals& ticks, const Range& d)
 {
-    const double lmin = ticks.min(), lmax = ticks.max();
-    const int q = niceDigit(ticks.step());
-    const auto square = [](double x) { return x * x; };
-    const double simplicity = (lmin <= 0 && lmax >= 0 ? 1.0 : 0.0) - (q == 1 ? 0 : q == 5 ? 1 : 2) / 5.0;
-    const double coverage =
-        1.0 - 0.5 * (square(d.max - lmax) + square(d.min - lmin)) / square(0.1 * (d.max - d.min));
-    const double r = (ticks.size() - 1) / (lmax - lmin); // NaN for a single tick, which fails the floor
-    const double t = d.count / (std::max(lmax, d.max) - std::min(d.min, lmin));
-    const double density = 2.0 - std::max(r / t, t / r);
-    return 0.25 * simplicity + 0.2 * coverage + 0.5 * density + 0.05;
+    bool zero = false;
+    for (int i = 0; i < ticks.size(); ++i)
+        zero = zero || ticks.value(i) == 0.0;
+    return quality({ticks.min(), ticks.max(), ticks.size() - 1L, zero, shapeOf(ticks.step()), formatLegibility(ticks)},
+                   d);
+}
+
+// The best score over every step j × q × 10^z (q among the first `bases` of the list, j up to
+// maxSkip, z from three decades below span / count to five above), with ticks laid out by the
+// loose or inner rule from correctly rounded decimals and labels taken as plain decimals.
+double bestScoreByBruteForce(const Range& d, bool loose, int bases, int maxSkip)
+{
+    const int centre = static_cast<int>(std::floor(std::log10((d.max - d.min) / d.count)));
+    double best = -HUGE_VAL;
+    for (int skip = 1; skip <= maxSkip; ++skip) {
+        for (int rank = 0; rank < bases; ++rank) {
+            for (int z = centre - 3; z <= centre + 5; ++z) {
+                const long digits = std::lround(StepBases[rank] * skip * 10); // the step is digits × 10^(z - 1)
+                const auto tick = [&](long k) {
+                    return std::strtod((std::to_string(k * digits) + "e" + std::to_string(z - 1)).c_str(), nullptr);
+                };
+                const double step = tick(1);
+                auto first = static_cast<long>(std::floor(d.min / step)) - 2;
+                while (loose ? tick(first + 1) <= d.min : tick(first) < d.min)
+                    ++first;
+                auto last = static_cast<long>(std::ceil(d.max / step)) + 2;
+                while (loose ? tick(last - 1) >= d.max : tick(last) > d.max)
+                    --last;
+                if (last <= first)
+                    continue;
+                const Labeling l{tick(first), tick(last), last - first, first <= 0 && last >= 0, {rank, skip}, 1.0};
+                best = std::max(best, quality(l, d));
+            }
+        }
+    }
+    return best;
 }
 
 const NumberFormat fixed(NumberFormat::Notation::Fixed);
@@ -87,23 +149,28 @@ TEST_P(CorpusTicks, AreExactMultiplesOfANiceStepWithCleanLabels)
 {
     const bool loose = GetParam();
     std::vector<Range> ranges = corpus(); // and bounds on multiples of the step, whose quotients carry noise
-    ranges.insert(ranges.end(), {{0.3, 0.7, 4}, {0.95, 1.05, 10}, {-0.7, -0.1, 6}, {1.1, 2.3, 12}, {0.07, 0.21, 7}});
+    ranges.insert(ranges.end(), {{0.3, 0.7, 4}, {0.95, 1.05, 10}, {-0.7, -0.1, 6}, {1.1, 2.3, 12}, {0.07, 0.21, 7},
+                                 {0.25, 1.75, 6}, {0.75, 3.0, 3}});
     for (const Range& d : ranges) {
         SCOPED_TRACE(testing::Message() << d.min << " " << d.max << " " << d.count);
         const NiceIntervals ticks(d.min, d.max, d.count, loose, false, fixed);
-        ASSERT_GE(ticks.size(), loose ? 2 : 1);
-        const double step = ticks.step();
+        ASSERT_GE(ticks.size(), 2);
+        ASSERT_LE(ticks.size(), NiceIntervals::MaxCount + 1);
         const int last = ticks.size() - 1;
-        EXPECT_TRUE(niceDigit(step) != 0 && ticks.min() == ticks.value(0) && ticks.max() == ticks.value(last));
-        const auto decimals = static_cast<std::size_t>(std::max(0.0, -stepExponent(step)));
+        const double step = ticks.step();
+        EXPECT_TRUE(shapeOf(step).rank >= 0 && ticks.min() == ticks.value(0) && ticks.max() == ticks.value(last));
         for (int i = 0; i < ticks.size(); ++i) {
-            // The label is the exact decimal, so the value must be the double nearest it; it has the
-            // step's decimals, no float noise, and a sign only when negative.
+            // The label is the exact decimal, so the value must be the double nearest it and a
+            // whole multiple of the step; short, and signed only when negative.
             const std::string label = ticks.label(i);
             EXPECT_EQ(ticks.value(i), std::strtod(label.c_str(), nullptr)) << label;
-            const std::size_t point = label.find('.');
-            EXPECT_EQ(point == std::string::npos ? 0 : label.size() - point - 1, decimals) << label;
+            EXPECT_LE(label.size(), 20u) << label;
             EXPECT_EQ(label[0] == '-', ticks.value(i) < 0) << label;
+            const double multiple = ticks.value(i) / step;
+            EXPECT_NEAR(multiple, std::round(multiple), 1e-6 * std::max(1.0, std::fabs(multiple))) << label;
+            if (i > 0) {
+                EXPECT_LT(ticks.value(i - 1), ticks.value(i));
+            }
         }
         if (loose) { // enclose the data, with no tick to spare
             EXPECT_TRUE(ticks.min() <= d.min && ticks.value(1) > d.min);
@@ -115,24 +182,63 @@ TEST_P(CorpusTicks, AreExactMultiplesOfANiceStepWithCleanLabels)
     }
 }
 
-TEST_P(CorpusTicks, MeanQualityDoesNotFall)
+// Plain decimal labels keep legibility out of the choice, so the search must find the best of
+// all steps, which scores at least the best of the steps 1, 5 and 2 alone.
+TEST_P(CorpusTicks, FindTheBestScoringStep)
+{
+    const bool loose = GetParam();
+    for (const Range& d : corpus()) {
+        SCOPED_TRACE(testing::Message() << d.min << " " << d.max << " " << d.count);
+        const double found = quality(NiceIntervals(d.min, d.max, d.count, loose, false, fixed), d);
+        EXPECT_NEAR(found, bestScoreByBruteForce(d, loose, 6, 10), 1e-9);
+        EXPECT_GE(found, bestScoreByBruteForce(d, loose, 3, 1) - 1e-9);
+    }
+}
+
+TEST_P(CorpusTicks, MeanQualityWithAxisLabels)
 {
     double mean = 0.0;
     for (const Range& d : corpus())
-        mean += quality(NiceIntervals(d.min, d.max, d.count, GetParam(), false, fixed), d);
+        mean += quality(NiceIntervals(d.min, d.max, d.count, GetParam(), true, NumberFormat()), d);
     mean /= corpus().size();
-    // Measured 0.537081 (loose) and 0.528949 (inner). The step closest to count, for comparison,
-    // gets 0.438 loose.
-    EXPECT_GE(mean, GetParam() ? 0.53708 : 0.52894);
+    RecordProperty("meanQuality", std::to_string(mean));
+    // Measured 0.47497 (loose) and 0.49173 (inner); the steps 1, 5 and 2 alone, with legibility
+    // left out of the choice, got 0.41681 and 0.45183.
+    EXPECT_GE(mean, GetParam() ? 0.47497 : 0.49173) << mean;
 }
 
 INSTANTIATE_TEST_SUITE_P(Loose, CorpusTicks, testing::Values(true));
 INSTANTIATE_TEST_SUITE_P(Inner, CorpusTicks, testing::Values(false));
 
+TEST(NiceIntervals, TypicalRangesGetRoundTicks)
+{
+    const struct {
+        double min, max;
+        int count;
+        bool loose;
+        const char* labels;
+    } cases[] = {
+        {0, 100, 5, true, "0 20 40 60 80 100"},
+        // Enclosing ticks far out cost coverage: finer steps win over the wanted density.
+        {-2, 102, 5, true, "-10 0 10 20 30 40 50 60 70 80 90 100 110"},
+        {0, 1, 4, true, "0.00 0.25 0.50 0.75 1.00"},
+        {0, 12, 4, true, "0 3 6 9 12"},
+        {0, 8, 2, true, "0 4 8"},
+        {3.2, 9.7, 10, false, "3.5 4.0 4.5 5.0 5.5 6.0 6.5 7.0 7.5 8.0 8.5 9.0 9.5"},
+        {0.3, 9.7, 11, false, "1 2 3 4 5 6 7 8 9"},
+        {-0.71, 0.33, 5, false, "-0.6 -0.4 -0.2 0.0 0.2"},
+        {1e6, 1e6 + 10, 5, true, "1000000 1000002 1000004 1000006 1000008 1000010"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(allLabels(NiceIntervals(c.min, c.max, c.count, c.loose, false, NumberFormat())), c.labels)
+            << c.min << " " << c.max << " " << c.count;
+    }
+}
+
 TEST(NiceIntervals, LabelsFollowTheFormatInOneNotation)
 {
     const NumberFormat twoDecimals(NumberFormat::Notation::Fixed, 2);
-    EXPECT_EQ(allLabels(NiceIntervals(0, 1, 4, true, false, twoDecimals)), "0.00 0.20 0.40 0.60 0.80 1.00");
+    EXPECT_EQ(allLabels(NiceIntervals(0, 1, 5, true, false, twoDecimals)), "0.00 0.20 0.40 0.60 0.80 1.00");
     EXPECT_EQ(allLabels(NiceIntervals(0, 5e8, 5, true, false, NumberFormat())), "0 1e8 2e8 3e8 4e8 5e8");
 }
 

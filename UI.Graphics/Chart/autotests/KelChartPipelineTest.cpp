@@ -104,11 +104,12 @@ TEST_F(KelChartPipelineTest, FromModelToMatrices)
 
     // 5. Each variable's own rounded range, 11 intervals wanted: outdoor's
     // 2.99997 .. 47.00047 holds 5 .. 45 in steps of 5, and one step beyond each
-    // end gives 0 .. 50; indoor's 9.9999 .. 40.0004 holds 10 .. 40 in steps of 2,
-    // so 8 .. 42. pressure has a manual range.
+    // end gives 0 .. 50; indoor's 9.9999 .. 40.0004 holds 10 .. 40 in steps of 2.5
+    // (12 intervals, closer to 11 than the 15 of steps of 2), so 7.5 .. 42.5.
+    // pressure has a manual range.
     const KelChartValidVariableList& ranges = pipeline.validVariables();
     EXPECT_EQ(ranges.minmax(0), Vector2(0, 50));
-    EXPECT_EQ(ranges.minmax(1), Vector2(8, 42));
+    EXPECT_EQ(ranges.minmax(1), Vector2(7.5f, 42.5f));
     EXPECT_EQ(ranges.minmax(2), Vector2(95000, 105000));
 
     EXPECT_TRUE(ensures().empty());
