@@ -1,6 +1,8 @@
 // The update of a time axis's scale against that of a continuous axis over the
 // same ranges: spans from 10 ms to 2,000 years, starting between 1700 and 2300,
-// 2 to 12 intervals, each axis with its fixed range.
+// 2 to 12 intervals, each axis with its fixed range. A logarithmic axis is
+// updated over ranges from a tenth of a decade to 600 decades, anywhere
+// between 1e-300 and 1e300.
 
 #include "BenchData.h"
 
@@ -39,14 +41,31 @@ std::vector<RangeCase> rangeCases()
     return cases;
 }
 
+// Real ranges of logarithmic axes: 0.1 to 600 decades, log-uniform.
+std::vector<RangeCase> logarithmicCases()
+{
+    std::mt19937_64 random(11);
+    std::uniform_real_distribution<double> logSpan(std::log(0.1), std::log(600.0));
+    std::uniform_int_distribution<unsigned> count(2, 12);
+    std::vector<RangeCase> cases(256);
+    for (RangeCase& c : cases) {
+        const double decades = std::exp(logSpan(random));
+        const double first = std::uniform_real_distribution<double>(-300, 300 - decades)(random);
+        c.min = std::pow(10.0, first);
+        c.max = std::pow(10.0, first + decades);
+        c.count = count(random);
+    }
+    return cases;
+}
+
 // One chart with an axis of class `Axis` per case, its range fixed, and one
 // variable on each so that its scale is in use.
 template <class Axis>
 class ScaleCases {
 public:
-    ScaleCases()
+    explicit ScaleCases(bool logarithmic = false)
     {
-        const std::vector<RangeCase> cases = rangeCases();
+        const std::vector<RangeCase> cases = logarithmic ? logarithmicCases() : rangeCases();
         for (std::size_t i = 0; i < cases.size(); ++i) {
             auto* axis = new Axis(m_group);
             axis->rename(QStringLiteral("axis.%1").arg(i));
@@ -55,6 +74,7 @@ public:
             axis->min.set(cases[i].min);
             axis->max.set(cases[i].max);
             axis->unitLabel.set(QStringLiteral("s since 2000-01-01 00:00:00 UTC"));
+            axis->logarithmic.set(logarithmic);
             m_chart.insert(axis, false);
             auto& variable = m_chart.variables.child(QStringLiteral("v%1").arg(i), KelChartVariable::typeString);
             variable.xAxis.set(axis->name());
@@ -85,9 +105,9 @@ private:
 };
 
 template <class Axis>
-void ScaleUpdate(benchmark::State& state)
+void ScaleUpdate(benchmark::State& state, bool logarithmic = false)
 {
-    ScaleCases<Axis> cases;
+    ScaleCases<Axis> cases(logarithmic);
     std::size_t next = 0;
     for (auto _ : state)
         cases.updateNext(next++);
@@ -96,8 +116,10 @@ void ScaleUpdate(benchmark::State& state)
 
 void ScaleUpdateContinuous(benchmark::State& state) { ScaleUpdate<KelChartAxisContinuous>(state); }
 void ScaleUpdateTime(benchmark::State& state) { ScaleUpdate<KelChartAxisTime>(state); }
+void ScaleUpdateLogarithmic(benchmark::State& state) { ScaleUpdate<KelChartAxisContinuous>(state, true); }
 
 } // namespace
 
 BENCHMARK(ScaleUpdateContinuous);
 BENCHMARK(ScaleUpdateTime);
+BENCHMARK(ScaleUpdateLogarithmic);

@@ -115,6 +115,10 @@ def main(path):
     if continuous is not None and time is not None:
         t.note("8 axis scale update, time", None, f"{time / 1e3:.2f} us", f"continuous: {continuous / 1e3:.2f} us",
                f"{time / continuous:.3f}", "<= 3: " + ("met" if time <= 3 * continuous else "NOT met"))
+    logarithmic = t.time("ScaleUpdateLogarithmic")
+    if continuous is not None and logarithmic is not None:
+        t.note("8 axis scale update, logarithmic", None, f"{logarithmic / 1e3:.2f} us",
+               f"continuous: {continuous / 1e3:.2f} us", f"{logarithmic / continuous:.3f}", "")
     for family, what in (("MinXDelta", "7 minXDelta"), ("ListBounds", "7 list bounds, 100 variables")):
         value = t.time(family, SIZES[-1])
         if value is not None:
