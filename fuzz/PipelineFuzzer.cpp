@@ -6,7 +6,9 @@
 // every question a renderer asks. Properties checked:
 //   - every cache holds matching arrays and a position for every item placed;
 //   - a valid axis scale has a finite, non-empty range, a bounded number of
-//     finite entries, and a continuous one ascending ticks inside [0, 1];
+//     finite entries, and a continuous one ascending ticks inside [0, 1]; a
+//     logarithmic one (any continuous axis may be) positive real values and
+//     minor ticks inside the range;
 //   - a valid variable's matrix is finite.
 // The data of one input stay below a few thousand items, so runs stay fast.
 
@@ -218,6 +220,13 @@ void checkScale(const KelChartAxisScale& scale)
             continue;
         FUZZ_CHECK(i == 0 || scale.value(i - 1) < scale.value(i));
         FUZZ_CHECK(scale.percentage(i) >= 0 && scale.percentage(i) <= 1);
+        if (scale.logarithmic())
+            FUZZ_CHECK(std::isfinite(scale.realValue(i)) && scale.realValue(i) > 0);
+    }
+    for (unsigned int i = 0; i < scale.minorTickCount(); ++i) {
+        const KelChartAxisScale::MinorTick& minor = scale.minorTick(i);
+        FUZZ_CHECK(scale.logarithmic() && std::isfinite(minor.value) && minor.realValue > 0);
+        FUZZ_CHECK(minor.percentage >= -1e-9 && minor.percentage <= 1 + 1e-9 && !minor.label.isEmpty());
     }
 }
 
