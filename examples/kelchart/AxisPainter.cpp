@@ -75,25 +75,25 @@ void AxisPainter::paintGrid(const AxisResult& axis)
     }
 }
 
+void AxisPainter::paintTicks(const AxisResult& axis, const std::vector<Tick>& ticks, double length)
+{
+    const QPen tickPen(axis.axis->tickColor.get(), 1.0);
+    for (const Tick& tick : ticks) {
+        const QPointF at = m_layout.alongAxis(axis.side, tick.position);
+        // Each label sets its own pen.
+        m_painter.setPen(tickPen);
+        m_painter.drawLine(at, at + outward(axis.side) * length);
+        if (tick.labelled)
+            paintTickLabel(axis, tick);
+    }
+}
+
 void AxisPainter::paintAxis(const AxisResult& axis)
 {
-    const QColor tickColour = axis.axis->tickColor.get();
-    m_painter.setPen(QPen(tickColour, 1.0));
+    m_painter.setPen(QPen(axis.axis->tickColor.get(), 1.0));
     m_painter.drawLine(m_layout.alongAxis(axis.side, 0.0), m_layout.alongAxis(axis.side, 1.0));
-    for (const Tick& tick : axis.ticks) {
-        const QPointF at = m_layout.alongAxis(axis.side, tick.position);
-        m_painter.setPen(QPen(tickColour, 1.0));
-        m_painter.drawLine(at, at + outward(axis.side) * tickLength);
-        if (tick.labelled)
-            paintTickLabel(axis, tick);
-    }
-    for (const Tick& tick : axis.minorTicks) {
-        const QPointF at = m_layout.alongAxis(axis.side, tick.position);
-        m_painter.setPen(QPen(tickColour, 1.0));
-        m_painter.drawLine(at, at + outward(axis.side) * minorTickLength);
-        if (tick.labelled)
-            paintTickLabel(axis, tick);
-    }
+    paintTicks(axis, axis.ticks, tickLength);
+    paintTicks(axis, axis.minorTicks, minorTickLength);
     paintCaption(axis);
 }
 

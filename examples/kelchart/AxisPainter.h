@@ -23,6 +23,8 @@ public:
     static QString caption(const AxisResult& axis);
 
 private:
+    // Tick marks of `length` pixels, with the labels that are drawn.
+    void paintTicks(const AxisResult& axis, const std::vector<Tick>& ticks, double length);
     void paintTickLabel(const AxisResult& axis, const Tick& tick);
     QRectF horizontalLabelBox(const QString& label, double x, double top) const;
     void paintCaption(const AxisResult& axis);
