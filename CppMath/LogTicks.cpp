@@ -78,12 +78,13 @@ int strideFor(double lo, double hi, int count)
     return best;
 }
 
-// The largest m × 10^k (m in 1..9) at or below the position, as (m, k).
+// The largest m × 10^k (m in 1..9) at or below the position, as (m, k): exactly, so that the
+// range always encloses the data.
 std::pair<int, int> minorAtOrBelow(double position)
 {
-    const int k = static_cast<int>(std::floor(position + Tolerance));
+    const int k = static_cast<int>(std::floor(position));
     int m = 9;
-    while (m > 1 && k + std::log10(static_cast<double>(m)) > position + Tolerance)
+    while (m > 1 && k + std::log10(static_cast<double>(m)) > position)
         --m;
     return {m, k};
 }
@@ -91,9 +92,9 @@ std::pair<int, int> minorAtOrBelow(double position)
 // The smallest m × 10^k (m in 1..9) at or above the position.
 std::pair<int, int> minorAtOrAbove(double position)
 {
-    const int k = static_cast<int>(std::floor(position - Tolerance));
+    const int k = static_cast<int>(std::floor(position));
     for (int m = 1; m <= 9; ++m) {
-        if (k + std::log10(static_cast<double>(m)) >= position - Tolerance)
+        if (k + std::log10(static_cast<double>(m)) >= position)
             return {m, k};
     }
     return {1, k + 1};

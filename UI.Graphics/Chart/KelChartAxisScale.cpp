@@ -285,8 +285,11 @@ void KelChartAxisScale::updateTime(const KelChartAxisTime& axis, unsigned int ti
     }
     double lo = 0.0;
     double hi = 0.0;
-    if (!continuousRange(axis, lo, hi))
+    if (!continuousRange(axis, lo, hi)) {
+        // No data along the axis and no fixed range: nothing to show, as for a continuous axis.
+        m_valid = false;
         return;
+    }
     const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
     const Orv::Math::CalendarTicks ticks(epoch.toEpoch(lo), epoch.toEpoch(hi), count, timeZoneOf(axis),
                                          axis.labelFormat.get().toStdString());
