@@ -1,7 +1,5 @@
 #include "HoverText.h"
 
-#include "NumberText.h"
-
 #include "KelChartAxisTime.h"
 #include "KelChartEpochConversion.h"
 
@@ -60,7 +58,8 @@ QString valueText(const kelchart::AxisResult& axis, double value)
             !axis.ticks[static_cast<std::size_t>(category)].label.isEmpty())
             return axis.ticks[static_cast<std::size_t>(category)].label;
     }
-    const QString number = kelchart::numberText(axis.logarithmic ? std::pow(10.0, value) : value);
+    // Six digits are plenty to read off a chart, and keep the box narrow.
+    const QString number = QString::number(axis.logarithmic ? std::pow(10.0, value) : value, 'g', 6);
     return axis.unitLabel.isEmpty() ? number : number + QLatin1Char(' ') + axis.unitLabel;
 }
 

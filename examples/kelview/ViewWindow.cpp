@@ -8,7 +8,6 @@
 
 #include <QDockWidget>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -55,7 +54,8 @@ void ViewWindow::buildEditor()
     m_editor->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                               QAbstractItemView::SelectedClicked);
     m_editor->setAlternatingRowColors(true);
-    m_editor->header()->setSectionResizeMode(KelChartPropertyModel::NameColumn, QHeaderView::ResizeToContents);
+    m_editor->setColumnWidth(KelChartPropertyModel::NameColumn, 200);
+    m_editor->setColumnWidth(KelChartPropertyModel::ValueColumn, 170);
     m_editor->expandToDepth(0);
     m_message = new QLabel;
     m_message->setWordWrap(true);
@@ -69,6 +69,7 @@ void ViewWindow::buildEditor()
     m_dock->setObjectName(QStringLiteral("properties"));
     m_dock->setWidget(panel);
     addDockWidget(Qt::RightDockWidgetArea, m_dock);
+    resizeDocks({m_dock}, {460}, Qt::Horizontal);
 }
 
 void ViewWindow::buildMenus()
