@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <typeinfo>
@@ -502,4 +503,43 @@ double KelChartVariableCache::minXDelta() const
         m_minXDelta = n == 1 ? xs[0] : 0.0;
     }
     return m_minXDelta;
+}
+
+size_t KelChartVariableCache::nearestIndex(double x) const
+{
+    const std::vector<double>& xs = arrays().x;
+    if (std::isnan(x))
+        return npos;
+    // NaN x values sit at the end; the search covers the numbers before them.
+    const auto numbers = std::partition_point(xs.begin(), xs.end(), [](double v) { return !std::isnan(v); });
+    const auto above = std::lower_bound(xs.begin(), numbers, x);
+    if (above == xs.begin())
+        return above == numbers ? npos : 0;
+    const auto below = std::prev(above);
+    // The first of a run of equal values below wins over its later equals.
+    const auto firstBelow = std::lower_bound(xs.begin(), below, *below);
+    if (above == numbers || x - *below <= *above - x)
+        return static_cast<size_t>(firstBelow - xs.begin());
+    return static_cast<size_t>(above - xs.begin());
+}
+
+size_t KelChartVariableCache::nearestIndex(double x, double y, double xScale, double yScale) const
+{
+    if (!(xScale > 0) || !(yScale > 0) || std::isnan(x) || std::isnan(y))
+        return npos;
+    const std::vector<double>& xs = arrays().x;
+    const std::vector<double>& ys = arrays().y;
+    size_t best = npos;
+    double bestDistance = std::numeric_limits<double>::infinity();
+    for (size_t k = 0; k < xs.size() && k < ys.size(); ++k) {
+        const double dx = (xs[k] - x) / xScale;
+        const double dy = (ys[k] - y) / yScale;
+        const double distance = dx * dx + dy * dy;
+        // NaN distances fail the comparison, so NaN points never count.
+        if (distance < bestDistance) {
+            bestDistance = distance;
+            best = k;
+        }
+    }
+    return best;
 }

@@ -56,6 +56,20 @@ public:
     // Smallest difference of neighbouring x values, computed on first request.
     double minXDelta() const;
 
+    // What the nearest-point queries give when no point qualifies.
+    static constexpr size_t npos = static_cast<size_t>(-1);
+    // The point whose x is nearest to `x`, by binary search: the points must be
+    // in ascending x order (a sorting cache). Points with a NaN x never count;
+    // of two equally near points the first wins. npos when none has a number x
+    // or `x` is NaN.
+    size_t nearestIndex(double x) const;
+    // The point nearest to (x, y) in any order, O(n), with distances measured
+    // along x in units of `xScale` and along y in units of `yScale` (a pixel's
+    // size in data units, so that "nearest" means nearest on the screen).
+    // Points with a NaN component never count; npos when none qualifies or a
+    // scale is not a positive number.
+    size_t nearestIndex(double x, double y, double xScale, double yScale) const;
+
 protected:
     // Caches `variable` with its items read from `items` rather than from its
     // own iterator, through the iteration interface unless `items` is exactly

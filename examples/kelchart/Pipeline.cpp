@@ -71,6 +71,21 @@ Pipeline::Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room
     , m_fits(fitAxes(m_first, pairs, room, legendLookOf(chart)))
     , m_run(*pairs.x, *pairs.y, *pairs.z, m_first.cache(), settingsFor(m_fits))
 {
+    addAxes(pairs);
+}
+
+Pipeline::Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room,
+                   const KelChartVariableListCache& cache)
+    : m_chart(chart)
+    , m_first(*pairs.x, *pairs.y, *pairs.z, cache, {KelChartPipeline::everyAxis(firstCount), false, QStringList()})
+    , m_fits(fitAxes(m_first, pairs, room, legendLookOf(chart)))
+    , m_run(*pairs.x, *pairs.y, *pairs.z, cache, settingsFor(m_fits))
+{
+    addAxes(pairs);
+}
+
+void Pipeline::addAxes(const AxisPairs& pairs)
+{
     addAxis(m_run.xScales().first(), pairs.x->first(), AxisSide::Bottom);
     addAxis(m_run.xScales().second(), pairs.x->second(), AxisSide::Top);
     addAxis(m_run.yScales().first(), pairs.y->first(), AxisSide::Left);

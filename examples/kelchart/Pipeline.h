@@ -90,6 +90,10 @@ class Pipeline {
 public:
     // `pairs` must be the chart's own (see axisPairsOf).
     Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room);
+    // The same over caches of an earlier unit update of this chart, which must
+    // outlive the pipeline: an interactive view reruns only the scales when it
+    // pans or zooms. `unitsAccepted` is empty then.
+    Pipeline(KelChart& chart, const AxisPairs& pairs, const TickRoom& room, const KelChartVariableListCache& cache);
     Pipeline(const Pipeline&) = delete;
     Pipeline& operator=(const Pipeline&) = delete;
 
@@ -105,6 +109,7 @@ public:
     const AxisResult* axis(const QString& name) const;
 
 private:
+    void addAxes(const AxisPairs& pairs);
     void addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis, AxisSide side);
 
     const KelChart& m_chart;

@@ -38,8 +38,19 @@ Renderer::Renderer(const Pipeline& pipeline, QSize size)
     , m_layout(pipeline, size)
 {
     const KelChartPerVariableScaling& scaling = pipeline.scaling();
-    for (std::size_t i = 0; i < scaling.size(); ++i)
-        m_views.push_back(std::make_unique<KelChartDecimatedView>(scaling.variable(i)));
+    for (std::size_t i = 0; i < scaling.size(); ++i) {
+        m_ownViews.push_back(std::make_unique<KelChartDecimatedView>(scaling.variable(i)));
+        m_views.push_back(m_ownViews.back().get());
+    }
+}
+
+Renderer::Renderer(const Pipeline& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views)
+    : m_pipeline(pipeline)
+    , m_layout(pipeline, size)
+    , m_views(std::move(views))
+{
+    if (m_views.size() != pipeline.scaling().size())
+        throw Failure(QStringLiteral("the renderer needs one decimated view per variable"));
 }
 
 void Renderer::paint(QPainter& painter) const

@@ -20,6 +20,10 @@ namespace kelchart {
 class Renderer {
 public:
     Renderer(const Pipeline& pipeline, QSize size);
+    // Draws through the host's decimated views, one per variable of the
+    // pipeline's caches in their order, kept across frames so that each
+    // summary is built once; they must outlive the renderer.
+    Renderer(const Pipeline& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views);
 
     const ChartLayout& layout() const { return m_layout; }
 
@@ -36,8 +40,10 @@ private:
 
     const Pipeline& m_pipeline;
     ChartLayout m_layout;
-    // One per variable, kept so that the PNG and the SVG share their summaries.
-    std::vector<std::unique_ptr<KelChartDecimatedView>> m_views;
+    // One per variable, kept so that the PNG and the SVG share their summaries;
+    // `m_views` points to these or to the host's.
+    std::vector<std::unique_ptr<KelChartDecimatedView>> m_ownViews;
+    std::vector<const KelChartDecimatedView*> m_views;
 };
 
 } // namespace kelchart

@@ -162,6 +162,41 @@ TEST_F(KelChartVariableCacheTest, MinXDeltaAndFillBaseLineFollowTheCachedPoints)
     }
 }
 
+TEST_F(KelChartVariableCacheTest, NearestIndexAlongSortedXSkipsNaNAndPrefersTheFirstOfEquals)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    // Sorted: 1, 3, 3, 10, NaN.
+    const KelChartVariableCache cache(makeVariable({{10, 0}, {3, 1}, {nan, 2}, {1, 3}, {3, 4}}, false), true, {});
+    ASSERT_EQ(cache.x().size(), 5u);
+    const struct {
+        double x;
+        size_t expected;
+    } rows[] = {{-100, 0}, {1, 0}, {1.9, 0}, {2, 0}, {2.1, 1}, {3, 1}, {6.4, 1}, {6.6, 3}, {1e9, 3}};
+    for (const auto& row : rows)
+        EXPECT_EQ(cache.nearestIndex(row.x), row.expected) << "x = " << row.x;
+    EXPECT_EQ(cache.nearestIndex(std::nan("")), KelChartVariableCache::npos);
+
+    const KelChartVariableCache onlyNaN(makeVariable({{nan, 1}, {nan, 2}}, false), true, {});
+    EXPECT_EQ(onlyNaN.nearestIndex(0), KelChartVariableCache::npos);
+    EXPECT_EQ(KelChartVariableCache().nearestIndex(0), KelChartVariableCache::npos);
+}
+
+TEST_F(KelChartVariableCacheTest, NearestIndexInTwoDimensionsWeighsTheAxesByTheirScales)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const KelChartVariableCache cache(makeVariable({{0, 0}, {10, 1}, {nan, 5}, {5, nan}, {0, 100}}, false), false,
+                                      {});
+    // With equal scales (0, 100) is nearest to (9, 90); with y measured in
+    // thousands, x decides and (10, 1) is.
+    EXPECT_EQ(cache.nearestIndex(9, 40, 1, 1), 1u);
+    EXPECT_EQ(cache.nearestIndex(9, 90, 1, 1), 4u);
+    EXPECT_EQ(cache.nearestIndex(9, 90, 1, 1000), 1u);
+    // NaN points never count, whatever is asked.
+    EXPECT_EQ(cache.nearestIndex(5, 5, 1, 1), 1u);
+    EXPECT_EQ(cache.nearestIndex(5, 5, 0, 1), KelChartVariableCache::npos);
+    EXPECT_EQ(cache.nearestIndex(std::nan(""), 5, 1, 1), KelChartVariableCache::npos);
+}
+
 TEST_F(KelChartVariableCacheTest, AMoveEmptiesTheSource)
 {
     KelChartVariableCache source(makeVariable({{1, 10}, {3, 30}}, false), false, {});

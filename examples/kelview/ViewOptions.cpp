@@ -1,0 +1,71 @@
+#include "ViewOptions.h"
+
+#include "Failure.h"
+
+#include <QCommandLineParser>
+
+namespace kelview {
+
+namespace {
+
+int positiveNumber(const QString& text, const QString& option)
+{
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    if (!ok || value < 0 || value > 20000)
+        throw kelchart::Failure(QStringLiteral("--%1: \"%2\" is not a number from 0 to 20000").arg(option, text),
+                                kelchart::Failure::BadUsage);
+    return value;
+}
+
+// "AxB" with A and B read by `positiveNumber`.
+QPoint pairOf(const QString& text, QChar separator, const QString& option)
+{
+    const QStringList parts = text.split(separator);
+    if (parts.size() != 2)
+        throw kelchart::Failure(QStringLiteral("--%1: \"%2\" is not of the form A%3B").arg(option, text, separator),
+                                kelchart::Failure::BadUsage);
+    return QPoint(positiveNumber(parts[0], option), positiveNumber(parts[1], option));
+}
+
+} // namespace
+
+ViewOptions ViewOptions::parse(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("An interactive chart view with a property editor."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("A chart file and/or a CSV file."),
+                                 QStringLiteral("[chart.json] [data.csv]"));
+    parser.addOption({QStringLiteral("size"), QStringLiteral("Window size."), QStringLiteral("WxH")});
+    parser.addOption({QStringLiteral("no-editor"), QStringLiteral("Start with the property editor closed.")});
+    parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write the window to a PNG file and quit."),
+                      QStringLiteral("FILE")});
+    parser.addOption({QStringLiteral("hover"), QStringLiteral("For the screenshot: the cursor at X,Y of the chart."),
+                      QStringLiteral("X,Y")});
+    if (!parser.parse(arguments))
+        throw kelchart::Failure(parser.errorText(), kelchart::Failure::BadUsage);
+    if (parser.isSet(QStringLiteral("help")))
+        throw kelchart::Failure(parser.helpText(), kelchart::Failure::BadUsage);
+
+    ViewOptions options;
+    for (const QString& file : parser.positionalArguments()) {
+        QString& slot = file.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? options.csvPath
+                                                                                    : options.chartPath;
+        if (!slot.isEmpty())
+            throw kelchart::Failure(QStringLiteral("\"%1\": only one chart file and one CSV file").arg(file),
+                                    kelchart::Failure::BadUsage);
+        slot = file;
+    }
+    if (parser.isSet(QStringLiteral("size"))) {
+        const QPoint size = pairOf(parser.value(QStringLiteral("size")), QLatin1Char('x'), QStringLiteral("size"));
+        options.size = QSize(size.x(), size.y());
+    }
+    options.editor = !parser.isSet(QStringLiteral("no-editor"));
+    options.screenshotPath = parser.value(QStringLiteral("screenshot"));
+    if (parser.isSet(QStringLiteral("hover")))
+        options.hover = pairOf(parser.value(QStringLiteral("hover")), QLatin1Char(','), QStringLiteral("hover"));
+    return options;
+}
+
+} // namespace kelview
