@@ -129,6 +129,9 @@ void LogTicks::placeLinear(double lo, double hi, int count)
     // A first tick at or below zero has no position: the range then starts at the data.
     m_min = intervals.value(0) > 0.0 ? m_majors.front().position : lo;
     m_max = m_majors.back().position;
+    // Powers of the exponents round: a range narrower than their precision still encloses the data.
+    m_min = std::min(m_min, lo);
+    m_max = std::max(m_max, hi);
     m_factor = intervals.factor;
 }
 
