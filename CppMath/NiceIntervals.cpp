@@ -150,10 +150,11 @@ constexpr Shape makeShape(int rank, int skip)
 
 // Every shape in the order of the search: j, then q. Simplicity never rises along it.
 constexpr auto Shapes = [] {
-    std::array<Shape, MaxSkip * BaseCount> shapes{};
+    std::array<Shape, std::size_t{MaxSkip} * BaseCount> shapes{};
+    std::size_t next = 0;
     for (int skip = 1; skip <= MaxSkip; ++skip) {
         for (int rank = 0; rank < BaseCount; ++rank)
-            shapes[static_cast<std::size_t>((skip - 1) * BaseCount + rank)] = makeShape(rank, skip);
+            shapes[next++] = makeShape(rank, skip);
     }
     return shapes;
 }();
@@ -498,13 +499,14 @@ private:
             int rank;
             int z;
         };
-        std::array<Candidate, 2 * BaseCount> nearest{};
+        std::array<Candidate, std::size_t{2} * BaseCount> nearest{};
         for (int rank = 0; rank < BaseCount; ++rank) {
             const Shape& shape = Shapes[static_cast<std::size_t>(rank)];
             const Nearest n = nearestSteps(shape);
             const StepsInSpan coarse = coarser(n.steps);
-            nearest[static_cast<std::size_t>(2 * rank)] = {envelopeBound(shape, n.steps), n.steps, rank, n.z};
-            nearest[static_cast<std::size_t>(2 * rank + 1)] = {envelopeBound(shape, coarse), coarse, rank, n.z + 1};
+            const std::size_t at = 2 * static_cast<std::size_t>(rank);
+            nearest[at] = {envelopeBound(shape, n.steps), n.steps, rank, n.z};
+            nearest[at + 1] = {envelopeBound(shape, coarse), coarse, rank, n.z + 1};
         }
         for (std::size_t tried = 0; tried < nearest.size(); ++tried) {
             const auto next = std::max_element(nearest.begin(), nearest.end(),
