@@ -5,7 +5,7 @@
 #include "OrvChartExport.h"
 #include "KelChartWithAxisPairs.h"
 
-struct KelChart2DKind {
+struct ORV_CHART_EXPORT KelChart2DKind {
     struct Switch {
         Switch(KelProperties& chart, bool on)
             : draw3d(chart, QStringLiteral("draw3d"), on, QString())

@@ -5,7 +5,7 @@
 #include "OrvChartExport.h"
 #include "KelChartWithAxisPairs.h"
 
-struct KelChart3DKind {
+struct ORV_CHART_EXPORT KelChart3DKind {
     struct Switch {
         Switch(KelProperties& chart, bool on)
             : cube(chart, QStringLiteral("cube"), on, QString())
