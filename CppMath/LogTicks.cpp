@@ -104,6 +104,7 @@ std::pair<int, int> minorAtOrAbove(double position)
 
 LogTicks::LogTicks(double lo, double hi, int count, const NumberFormat& format)
     : m_format(format)
+    , m_automaticNotation(format.notation == NumberFormat::Notation::Automatic)
 {
     if (!(std::isfinite(lo) && std::isfinite(hi) && lo < hi))
         return;
@@ -176,10 +177,8 @@ void LogTicks::placeMajors(double lo, double hi, int stride)
         m_min = std::floor(lo);
     if (m_max > MaxExponent)
         m_max = std::ceil(hi);
-    if (m_format.notation == NumberFormat::Notation::Automatic || m_notationResolved) {
-        m_notationResolved = true;
+    if (m_automaticNotation)
         resolveNotation();
-    }
     const int first = clampedExponent(std::ceil(m_min));
     const int last = clampedExponent(std::floor(m_max));
     for (int k = first; k <= last; ++k) {

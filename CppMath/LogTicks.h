@@ -81,7 +81,7 @@ private:
     std::vector<Tick> m_majors;
     std::vector<Tick> m_minors;
     NumberFormat m_format;
-    bool m_notationResolved = false; // Automatic was asked for and is chosen per stride
+    bool m_automaticNotation = false; // chosen anew for each stride tried
 };
 
 } // namespace Orv::Math

@@ -149,23 +149,20 @@ bool KelVariableIter::next()
 
 std::size_t KelVariableIter::valuesWithoutLogarithm()
 {
-    if (!m_prepared)
-        prepare();
+    prepare();
     return m_withoutLogarithm;
 }
 
 void KelVariableIter::reset()
 {
-    if (!m_prepared)
-        prepare();
+    prepare();
     m_next = 0;
     m_current = noItem;
 }
 
 KelVariableIter::Delivered KelVariableIter::delivered()
 {
-    if (!m_prepared)
-        prepare();
+    prepare();
     Delivered items;
     items.size = m_count;
     if (m_dimension == 1) {
@@ -311,6 +308,8 @@ void KelVariableIter::invalidate()
 
 void KelVariableIter::prepare()
 {
+    if (m_prepared)
+        return;
     // The converted copies keep their memory from one preparation to the
     // next: units change often on the same data, and allocating is slow.
     m_scalarView = nullptr;

@@ -92,6 +92,7 @@ private:
     static constexpr std::size_t noItem = static_cast<std::size_t>(-1);
 
     void invalidate();
+    // Builds the delivered arrays, unless nothing changed since they were built.
     void prepare();
     QString systemUnit(const Component& component) const;
     QString targetUnit(const Component& component) const;

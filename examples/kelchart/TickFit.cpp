@@ -53,21 +53,18 @@ std::vector<bool> TickFit::labelledMinors(const KelChartAxisScale& scale, const 
     const unsigned ticks = std::min(scale.size(), scale.entryCount());
     for (unsigned i = 0; i < ticks; i += std::max(1u, stride))
         majors.push_back({scale.percentage(i), scale.label(i)});
-    const auto choose = [&](const std::function<bool(int)>& wanted) {
+    // Every minor, else those at 2 and 5 times a power of ten.
+    for (const bool every : {true, false}) {
         std::vector<bool> chosen(scale.minorTickCount(), false);
         std::vector<PlacedLabel> labels = majors;
         for (unsigned i = 0; i < scale.minorTickCount(); ++i) {
             const KelChartAxisScale::MinorTick& tick = scale.minorTick(i);
-            chosen[i] = wanted(mantissaOf(tick));
+            const int mantissa = mantissaOf(tick);
+            chosen[i] = every || mantissa == 2 || mantissa == 5;
             if (chosen[i])
                 labels.push_back({tick.percentage, tick.label});
         }
-        return labelsFit(std::move(labels), room) ? chosen : std::vector<bool>();
-    };
-    for (const auto& wanted : {std::function<bool(int)>([](int) { return true; }),
-                               std::function<bool(int)>([](int m) { return m == 2 || m == 5; })}) {
-        std::vector<bool> chosen = choose(wanted);
-        if (!chosen.empty())
+        if (labelsFit(std::move(labels), room))
             return chosen;
     }
     return std::vector<bool>(scale.minorTickCount(), false);
