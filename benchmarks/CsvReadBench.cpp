@@ -3,7 +3,7 @@
 
 #include "BenchData.h"
 
-#include "CsvReader.h"
+#include "CsvImport.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,7 +36,7 @@ private:
     static std::string write(std::int64_t rows)
     {
         const std::filesystem::path path =
-            std::filesystem::temp_directory_path() / ("kelchart-bench-" + std::to_string(rows) + ".csv");
+            std::filesystem::temp_directory_path() / ("orv-csv-bench-" + std::to_string(rows) + ".csv");
         std::FILE* file = std::fopen(path.c_str(), "w");
         std::fputs("t [s],a [m],b [m]\n", file);
         for (std::int64_t i = 0; i < rows; ++i) {
@@ -67,10 +67,10 @@ void CsvRead(benchmark::State& state)
     std::size_t held = 0;
     for (auto _ : state) {
         const bench::HeapProbe probe;
-        const kelchart::DataSet data = kelchart::CsvReader::read(path);
+        const Orv::Chart::DataSet data = Orv::Chart::CsvImport::read(path).data;
         peak = static_cast<double>(probe.peak());
         held = 0;
-        for (const kelchart::DataSeries& series : data.series)
+        for (const Orv::Chart::DataSeries& series : data.series)
             held += (series.x.values.capacity() + series.y.values.capacity()) * sizeof(float)
                     + (series.x.undefined.capacity() + series.y.undefined.capacity()) / 8;
     }

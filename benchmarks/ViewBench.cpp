@@ -5,7 +5,7 @@
 // points, where axes and text are all the cost there is.
 
 #include "ChartFrames.h"
-#include "CsvChart.h"
+#include "ChartSetUp.h"
 #include "DataBinding.h"
 
 #include "KelChart2D.h"
@@ -43,7 +43,7 @@ struct WalkChart {
 
     explicit WalkChart(std::size_t count)
     {
-        kelchart::DataSeries series;
+        Orv::Chart::DataSeries series;
         series.x = {QStringLiteral("t"), QStringLiteral("s"), {}, {}};
         series.y = {QStringLiteral("walk"), QStringLiteral("m"), {}, {}};
         std::mt19937_64 random(1);
@@ -53,10 +53,10 @@ struct WalkChart {
             series.x.append(static_cast<float>(i), false);
             series.y.append(y += step(random), false);
         }
-        kelchart::DataSet data;
+        Orv::Chart::DataSet data;
         data.series.push_back(std::move(series));
-        kelchart::setUpChartForData(chart, data, QStringLiteral("walk"));
-        kelchart::bindData(chart.variables, kelchart::axisPairsOf(chart), std::move(data));
+        Orv::Chart::setUpChartForData(chart, data, QStringLiteral("walk"));
+        Orv::Chart::bindData(chart.variables, Orv::Chart::axisPairsOf(chart), std::move(data));
     }
 };
 
@@ -65,7 +65,7 @@ void ViewPanFrame(benchmark::State& state)
     ensureGuiApplication();
     const auto count = static_cast<std::size_t>(state.range(0));
     WalkChart walk(count);
-    kelview::ChartFrames frames(walk.chart, kelchart::axisPairsOf(walk.chart));
+    Orv::Chart::ChartFrames frames(walk.chart, Orv::Chart::axisPairsOf(walk.chart));
     frames.rescale(QSize(frameWidth, frameHeight));
     auto& x = dynamic_cast<KelChartAxisContinuous&>(*frames.pairs().find(QStringLiteral("axis.x.bottom")));
     x.autoScale.set(false);

@@ -4,11 +4,12 @@ include(GenerateExportHeader)
 # Where every module's public headers go when installed.
 set(ORV_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/OrvChart)
 
-# orv_add_library(<target> EXPORT_NAME <name> EXPORT_MACRO <prefix> SOURCES <files...>
-#                 [PRIVATE_HEADERS <files...>])
+# orv_add_library(<target> EXPORT_NAME <name> EXPORT_MACRO <prefix> EXPORT_HEADER <file>
+#                 SOURCES <files...> [PRIVATE_HEADERS <files...>])
 # A shared library that exports only what its headers mark with <prefix>_EXPORT
-# (generated into <prefix-as-CamelCase>Export.h), usable in the build as Orv::<name>
-# and installed with its public headers into the OrvChart package.
+# (generated into EXPORT_HEADER), usable in the build as Orv::<name> and installed
+# with its public headers into include/OrvChart/<name>/ of the OrvChart package.
+# Headers named *_p.h and those listed as PRIVATE_HEADERS are not installed.
 function(orv_add_library target)
   cmake_parse_arguments(ARG "" "EXPORT_NAME;EXPORT_MACRO;EXPORT_HEADER" "SOURCES;PRIVATE_HEADERS" ${ARGN})
   add_library(${target} SHARED ${ARG_SOURCES})
@@ -25,10 +26,11 @@ function(orv_add_library target)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>
     $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>
-    $<INSTALL_INTERFACE:${ORV_INSTALL_INCLUDEDIR}>)
+    $<INSTALL_INTERFACE:${ORV_INSTALL_INCLUDEDIR}/${ARG_EXPORT_NAME}>)
 
   set(public_headers ${ARG_SOURCES})
   list(FILTER public_headers INCLUDE REGEX "\\.h$")
+  list(FILTER public_headers EXCLUDE REGEX "_p\\.h$")
   if(ARG_PRIVATE_HEADERS)
     list(REMOVE_ITEM public_headers ${ARG_PRIVATE_HEADERS})
   endif()
@@ -36,7 +38,7 @@ function(orv_add_library target)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(FILES ${public_headers} ${export_header} DESTINATION ${ORV_INSTALL_INCLUDEDIR})
+  install(FILES ${public_headers} ${export_header} DESTINATION ${ORV_INSTALL_INCLUDEDIR}/${ARG_EXPORT_NAME})
 endfunction()
 
 # orv_add_tests(<name> LIBS <targets...> SOURCES <files...>)

@@ -1,12 +1,12 @@
-// Writes the seed corpus of the chart file target into the given folder: the
-// sample chart and a new element of every class the host knows, each saved as
-// the host saves it, compacted to keep the seeds small.
+// Writes the seed corpus of the chart file target into the given folder: a
+// new element of every class the registry knows, each saved as a host saves
+// it, compacted to keep the seeds small. (The sample chart's seed was written
+// by kelchart --save.)
 //
 //   chart_file_seeds <folder>
 
 #include "ChartFile.h"
 #include "ElementClasses.h"
-#include "SampleChart.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +19,7 @@ namespace {
 bool writeSeed(const QDir& folder, const QString& name, const KelProperties& root)
 {
     QFile file(folder.filePath(name + QStringLiteral(".json")));
-    const QByteArray json = QJsonDocument::fromJson(kelchart::ChartFile::toJson(root)).toJson(QJsonDocument::Compact);
+    const QByteArray json = QJsonDocument::fromJson(Orv::Chart::ChartFile::toJson(root)).toJson(QJsonDocument::Compact);
     return file.open(QIODevice::WriteOnly) && file.write(json) == json.size();
 }
 
@@ -33,8 +33,8 @@ int main(int argc, char** argv)
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
     KelModifiedGroup group;
-    bool written = writeSeed(folder, QStringLiteral("sample"), *kelchart::SampleChart::build(group));
-    for (const QString& type : kelchart::ElementClasses::types())
-        written = writeSeed(folder, type, *kelchart::ElementClasses::make(type, group)) && written;
+    bool written = true;
+    for (const QString& type : Orv::Chart::ElementClasses::types())
+        written = writeSeed(folder, type, *Orv::Chart::ElementClasses::make(type, group)) && written;
     return written ? 0 : 1;
 }

@@ -1,13 +1,14 @@
 #include "App.h"
 
 #include "ChartFile.h"
-#include "CsvChart.h"
-#include "CsvReader.h"
+#include "ChartSetUp.h"
+#include "CsvImport.h"
 #include "DataBinding.h"
 #include "ElementClasses.h"
-#include "Pipeline.h"
+#include "Failure.h"
+#include "Plot.h"
 #include "PropertyPath.h"
-#include "Renderer.h"
+#include "ChartPainter.h"
 #include "Report.h"
 #include "SampleChart.h"
 
@@ -19,10 +20,31 @@ namespace kelchart {
 
 namespace {
 
+DataSet readData(const Options& options)
+{
+    if (options.csvPath.isEmpty())
+        return SampleChart::data();
+    CsvImport::Result read = CsvImport::read(options.csvPath, options.csv);
+    if (read.error.kind == IoError::BadRequest)
+        throw Failure(QStringLiteral("%1 (see kelchart --help)").arg(read.error.message), Failure::BadUsage);
+    if (!read.ok())
+        throw Failure(read.error.message);
+    return std::move(read.data);
+}
+
+std::unique_ptr<KelProperties> loadChart(const QString& path, KelModifiedGroup& group)
+{
+    IoError error;
+    std::unique_ptr<KelProperties> root = ChartFile::load(path, group, &error);
+    if (!root)
+        throw Failure(error.message);
+    return root;
+}
+
 std::unique_ptr<KelProperties> makeChart(const Options& options, const DataSet& data, KelModifiedGroup& group)
 {
     if (!options.loadPath.isEmpty())
-        return ChartFile::load(options.loadPath, group);
+        return loadChart(options.loadPath, group);
     if (options.csvPath.isEmpty())
         return SampleChart::build(group);
     auto chart = std::make_unique<KelChart2D>(group);
@@ -42,17 +64,23 @@ void bind(KelProperties& root, DataSet data, QTextStream& err)
 
 void assignAll(KelProperties& root, const QStringList& assignments)
 {
-    for (const QString& assignment : assignments)
-        PropertyPath::assign(root, assignment);
+    for (const QString& assignment : assignments) {
+        IoError error;
+        if (!PropertyPath::assign(root, assignment, &error))
+            throw Failure(QStringLiteral("--set %1").arg(error.message),
+                          error.kind == IoError::BadRequest ? Failure::BadUsage : Failure::BadInput);
+    }
 }
 
 void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QTextStream& out)
 {
-    const Pipeline pipeline(chart, pairs, {options.size, options.tickCount, {}});
-    const Renderer renderer(pipeline, options.size);
+    const Plot pipeline(chart, pairs, {options.size, options.tickCount, {}});
+    const ChartPainter renderer(pipeline, options.size);
     if (options.drawImages) {
-        renderer.writePng(options.pngPath);
-        renderer.writeSvg(options.svgPath);
+        QString error;
+        if (!renderer.write(options.pngPath, ChartPainter::Format::Png, &error) ||
+            !renderer.write(options.svgPath, ChartPainter::Format::Svg, &error))
+            throw Failure(error);
     }
     if (options.fullReport) {
         out << Report::full(pipeline, renderer.layout());
@@ -68,8 +96,7 @@ void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QText
 void run(const Options& options, QTextStream& out, QTextStream& err)
 {
     KelModifiedGroup group;
-    DataSet data = options.csvPath.isEmpty() ? SampleChart::data()
-                                             : CsvReader::read(options.csvPath, options.csv);
+    DataSet data = readData(options);
     for (const QString& note : data.notes)
         err << "kelchart: note: " << note << '\n';
     const std::unique_ptr<KelProperties> root = makeChart(options, data, group);
@@ -78,8 +105,9 @@ void run(const Options& options, QTextStream& out, QTextStream& err)
     assignAll(*root, options.assignments);
     bind(*root, std::move(data), err);
     assignAll(*root, options.assignments);
-    if (!options.savePath.isEmpty())
-        ChartFile::save(*root, options.savePath);
+    IoError error;
+    if (!options.savePath.isEmpty() && !ChartFile::save(*root, options.savePath, &error))
+        throw Failure(error.message);
     const AxisPairs pairs = axisPairsOf(*root);
     if (pairs.exist())
         draw(static_cast<KelChart&>(*root), pairs, options, out);

@@ -14,6 +14,8 @@
 
 namespace kelchart {
 
+using namespace Orv::Chart;
+
 // Writes the report to `out` and notes to `err`. Faults throw a Failure.
 void run(const Options& options, QTextStream& out, QTextStream& err);
 

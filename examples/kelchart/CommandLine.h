@@ -4,13 +4,15 @@
 // Without a CSV file it draws the built-in sample. Usage faults throw a
 // Failure with the BadUsage status.
 
-#include "CsvReader.h"
+#include "CsvImport.h"
 
 #include <QSize>
 #include <QString>
 #include <QStringList>
 
 namespace kelchart {
+
+using namespace Orv::Chart;
 
 struct Options {
     QString csvPath;

@@ -46,7 +46,7 @@ QString matrixRow(const Orv::Math::Matrix& m, int row)
     return cells.join(QLatin1Char(' '));
 }
 
-void writeHeader(QTextStream& out, const Pipeline& pipeline)
+void writeHeader(QTextStream& out, const Plot& pipeline)
 {
     const KelChart& chart = pipeline.chart();
     out << "chart " << quoted(chart.name()) << " type " << chart.type() << " title " << quoted(chart.title.get())
@@ -62,22 +62,22 @@ void writeTicks(QTextStream& out, const std::vector<Tick>& ticks)
             << (tick.labelled ? "" : ", label not drawn") << '\n';
 }
 
-void writeAxis(QTextStream& out, const AxisResult& axis)
+void writeAxis(QTextStream& out, const PlotAxis& axis)
 {
     out << "axis " << quoted(axis.name) << " at the " << sideName(axis.side) << ", "
         << (axis.discrete ? "discrete" : axis.time ? "time" : "continuous")
-        << (axis.logarithmic ? ", logarithmic (positions are log10 of the values)" : "") << '\n';
+        << (axis.ticks.logarithmic() ? ", logarithmic (positions are log10 of the values)" : "") << '\n';
     out << "  range: " << numberText(axis.min) << " .. " << numberText(axis.max) << '\n';
     out << "  factor: " << numberText(axis.factor) << '\n';
     out << "  base line: " << numberText(axis.baseLine) << '\n';
     out << "  unit label: " << quoted(axis.unitLabel) << '\n';
     if (axis.time)
         out << "  offset text: " << quoted(axis.offsetText) << '\n';
-    out << "  ticks: " << axis.ticks.size() << ", " << axis.wanted << " intervals wanted\n";
-    writeTicks(out, axis.ticks);
-    if (axis.logarithmic) {
-        out << "  minor ticks: " << axis.minorTicks.size() << '\n';
-        writeTicks(out, axis.minorTicks);
+    out << "  ticks: " << axis.ticks.major().size() << ", " << axis.wanted << " intervals wanted\n";
+    writeTicks(out, axis.ticks.major());
+    if (axis.ticks.logarithmic()) {
+        out << "  minor ticks: " << axis.ticks.minor().size() << '\n';
+        writeTicks(out, axis.ticks.minor());
     }
 }
 
@@ -105,7 +105,7 @@ void writeValidVariables(QTextStream& out, const KelChartValidVariableList& list
 
 } // namespace
 
-QString Report::full(const Pipeline& pipeline, const ChartLayout& layout)
+QString Report::full(const Plot& pipeline, const ChartLayout& layout)
 {
     QString text;
     QTextStream out(&text);
@@ -114,7 +114,7 @@ QString Report::full(const Pipeline& pipeline, const ChartLayout& layout)
     out << "image: " << layout.size().width() << " x " << layout.size().height() << ", plot area at ("
         << numberText(plot.left()) << ", " << numberText(plot.top()) << "), " << numberText(plot.width()) << " x "
         << numberText(plot.height()) << '\n';
-    for (const AxisResult& axis : pipeline.axes())
+    for (const PlotAxis& axis : pipeline.axes())
         writeAxis(out, axis);
     for (std::size_t i = 0; i < pipeline.scaling().size(); ++i)
         writeVariable(out, pipeline.scaling(), i);
@@ -122,18 +122,18 @@ QString Report::full(const Pipeline& pipeline, const ChartLayout& layout)
     return text;
 }
 
-QString Report::summary(const Pipeline& pipeline)
+QString Report::summary(const Plot& pipeline)
 {
     QString text;
     QTextStream out(&text);
     const KelChart& chart = pipeline.chart();
     out << quoted(chart.title.get()) << ": " << pipeline.cache().size() << " of " << chart.variables.size()
         << " variables drawn\n";
-    for (const AxisResult& axis : pipeline.axes()) {
+    for (const PlotAxis& axis : pipeline.axes()) {
         out << "  axis " << axis.name << ": ";
         if (axis.discrete)
-            out << axis.ticks.size() << " categories\n";
-        else if (axis.logarithmic)
+            out << axis.ticks.major().size() << " categories\n";
+        else if (axis.ticks.logarithmic())
             out << QString::number(std::pow(10.0, axis.min), 'g', 4) << " .. "
                 << QString::number(std::pow(10.0, axis.max), 'g', 4) << ' ' << axis.unitLabel << ", logarithmic\n";
         else

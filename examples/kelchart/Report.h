@@ -7,16 +7,18 @@
 // with its ranges. The summary gives one line per axis and variable.
 
 #include "ChartLayout.h"
-#include "Pipeline.h"
+#include "Plot.h"
 
 #include <QString>
 
 namespace kelchart {
 
+using namespace Orv::Chart;
+
 namespace Report {
 
-QString full(const Pipeline& pipeline, const ChartLayout& layout);
-QString summary(const Pipeline& pipeline);
+QString full(const Plot& pipeline, const ChartLayout& layout);
+QString summary(const Plot& pipeline);
 
 } // namespace Report
 

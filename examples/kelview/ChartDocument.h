@@ -25,18 +25,16 @@ public:
     KelProperties& root() { return *m_root; }
     // The root as a chart with axes, or null when it has none to draw.
     KelChart* chart();
-    const kelchart::AxisPairs& pairs() const { return m_pairs; }
+    const Orv::Chart::AxisPairs& pairs() const { return m_pairs; }
     // Remarks about the data, one line each (columns left out, series without a variable).
     const QStringList& notes() const { return m_notes; }
-
-    void save(const QString& path) const;
 
 private:
     ChartDocument() = default;
 
     KelModifiedGroup m_group;
     std::unique_ptr<KelProperties> m_root;
-    kelchart::AxisPairs m_pairs;
+    Orv::Chart::AxisPairs m_pairs;
     QStringList m_notes;
 };
 

@@ -14,12 +14,14 @@
 
 class KelChartPropertyModel;
 class QDockWidget;
-class QLabel;
 class QTreeView;
 
-namespace kelview {
+namespace Orv::Chart {
+class ChartWidget;
+class PropertyEditor;
+} // namespace Orv::Chart
 
-class ChartView;
+namespace kelview {
 
 class ViewWindow : public QMainWindow {
     Q_OBJECT
@@ -28,9 +30,9 @@ public:
     ~ViewWindow() override;
 
     ChartDocument& document() { return *m_document; }
-    ChartView* chartView() const { return m_chart; }
+    Orv::Chart::ChartWidget* chartView() const { return m_chart; }
     KelChartPropertyModel* propertyModel() const { return m_model; }
-    QTreeView* editor() const { return m_editor; }
+    Orv::Chart::PropertyEditor* editor() const { return m_editor; }
     QDockWidget* editorDock() const { return m_dock; }
     // The last refusal or fault shown to the user.
     QString message() const;
@@ -43,19 +45,14 @@ public:
 private:
     void buildEditor();
     void buildMenus();
-    void edited();
-    void rangesChanged();
     void showMessage(const QString& text);
     void saveAs();
 
     std::unique_ptr<ChartDocument> m_document;
-    ChartView* m_chart;
+    Orv::Chart::ChartWidget* m_chart;
     KelChartPropertyModel* m_model;
-    QTreeView* m_editor = nullptr;
+    Orv::Chart::PropertyEditor* m_editor = nullptr;
     QDockWidget* m_dock = nullptr;
-    QLabel* m_message = nullptr;
-    // Set while the model catches up with ranges the view wrote, which need no new caches.
-    bool m_syncing = false;
 };
 
 } // namespace kelview

@@ -1,5 +1,5 @@
 // The interactive view: a chart window with a property editor.
-#include "ChartView.h"
+#include "ChartWidget.h"
 #include "Failure.h"
 #include "ViewOptions.h"
 #include "ViewWindow.h"

@@ -1,0 +1,146 @@
+#include "ChartSetUp.h"
+
+#include "KelChartAxisContinuous.h"
+#include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
+#include "KelUnitsConverter.h"
+#include "KelChartLegend.h"
+
+#include <QColor>
+
+namespace Orv::Chart {
+
+namespace {
+
+QColor paletteColour(std::size_t index)
+{
+    static const QRgb palette[] = {0x4e79a7, 0xf28e2b, 0xe15759, 0x76b7b2, 0x59a14f,
+                                   0xedc948, 0xb07aa1, 0xff9da7, 0x9c755f, 0xbab0ac};
+    return QColor(palette[index % (sizeof palette / sizeof palette[0])]);
+}
+
+// Units without text are of no dimension: they match only each other.
+bool sameDimension(const QString& a, const QString& b)
+{
+    if (a.isEmpty() || b.isEmpty())
+        return a == b;
+    static const KelUnitsConverter converter;
+    return converter.convertible(a, b);
+}
+
+// Chooses the y axis of each series by its unit, opening the right axis for a
+// second dimension.
+class YAxes {
+public:
+    explicit YAxes(KelChartAxisPair& pair)
+        : m_pair(pair)
+    {
+    }
+
+    KelChartAxis& axisFor(const QString& unit)
+    {
+        if (!m_left)
+            return open(m_left, m_leftUnit, unit, QStringLiteral("left"));
+        if (sameDimension(unit, m_leftUnit) || (m_right && !sameDimension(unit, m_rightUnit)))
+            return *m_left;
+        return m_right ? *m_right : open(m_right, m_rightUnit, unit, QStringLiteral("right"));
+    }
+
+private:
+    KelChartAxis& open(KelChartAxis*& axis, QString& axisUnit, const QString& unit, const QString& side)
+    {
+        axis = m_left ? &m_pair.createSecond(side, KelChartAxisContinuous::typeString)
+                      : &m_pair.createFirst(side, KelChartAxisContinuous::typeString);
+        axisUnit = unit;
+        return *axis;
+    }
+
+    KelChartAxisPair& m_pair;
+    KelChartAxis* m_left = nullptr;
+    KelChartAxis* m_right = nullptr;
+    QString m_leftUnit;
+    QString m_rightUnit;
+};
+
+void setBars(KelChartVariableStyle& style, const QColor& colour, std::size_t index, std::size_t count)
+{
+    // Bars of one category side by side, together 80% of the category.
+    const double width = 0.8 / static_cast<double>(count);
+    style.style.set(KelChart::styleBar);
+    style.fill.set({KelChart::fillSolid});
+    style.fillColor.set({colour});
+    style.barWidth.set({width});
+    style.barOffset.set({(static_cast<double>(index) - (static_cast<double>(count) - 1.0) / 2.0) * width});
+}
+
+void setLook(KelChartVariableStyle& style, std::size_t index, std::size_t count, SeriesShape shape)
+{
+    const QColor colour = paletteColour(index);
+    style.lineColor.set({colour});
+    style.symbolFillColor.set({colour});
+    switch (shape) {
+    case SeriesShape::Lines:
+        style.style.set(KelChart::styleLine);
+        style.lineWidth.set({1.5});
+        break;
+    case SeriesShape::Points:
+        // No plot style draws no line; the symbols alone show the points.
+        style.style.set(KelChart::styleNone);
+        style.symbol.set({KelChart::symbolEllipse});
+        style.symbolSize.set({6});
+        style.symbolOutline.set({false});
+        break;
+    case SeriesShape::Bars:
+        setBars(style, colour, index, count);
+        break;
+    }
+}
+
+void appendTitle(KelChartAxis& axis, const QString& name)
+{
+    const QString title = axis.title.get();
+    axis.title.set(title.isEmpty() ? name : title + QStringLiteral(", ") + name);
+}
+
+} // namespace
+
+void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& title)
+{
+    chart.title.set(title);
+    const QString& xType = data.discreteX ? KelChartAxisDiscrete::typeString
+                           : data.timeX   ? KelChartAxisTime::typeString
+                                          : KelChartAxisContinuous::typeString;
+    KelChartAxis& x = chart.axisX.createFirst(QStringLiteral("bottom"), xType);
+    if (!data.series.empty())
+        x.title.set(data.series.front().x.name);
+    YAxes yAxes(chart.axisY);
+    for (std::size_t i = 0; i < data.series.size(); ++i) {
+        const DataColumn& column = data.series[i].y;
+        KelChartAxis& y = yAxes.axisFor(column.unit);
+        appendTitle(y, column.name);
+        KelChartVariable& variable = chart.variables.child(column.name, KelChartVariable::typeString);
+        variable.title.set(column.name);
+        variable.xAxis.set(x.name());
+        variable.yAxis.set(y.name());
+        variable.order.set(static_cast<int>(i));
+        setLook(variable.style, i, data.series.size(), data.shape);
+    }
+    // The legend is the chart's own element, saved with it and set like any other.
+    addLegend(chart);
+}
+
+const KelChartLegend* legendOf(const KelChart& chart)
+{
+    for (unsigned i = 0; i < chart.size(); ++i)
+        if (const auto* legend = dynamic_cast<const KelChartLegend*>(chart[i]))
+            return legend;
+    return nullptr;
+}
+
+void addLegend(KelChart& chart)
+{
+    if (!legendOf(chart))
+        chart.insert(new KelChartLegend(chart.group()), false);
+}
+
+} // namespace Orv::Chart

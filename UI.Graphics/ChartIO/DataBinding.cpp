@@ -1,0 +1,120 @@
+#include "DataBinding.h"
+
+#include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
+
+#include "TimeZone.h"
+
+#include <date/date.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace Orv::Chart {
+
+namespace {
+
+constexpr std::int64_t microsecondsPerDay = 86400LL * 1000000;
+
+// The x values of a time column as seconds since an origin near the data: a
+// float holds them to a fraction of the step between rows, where seconds since
+// 1970 would be good to about two minutes only.
+struct PlacedTimes {
+    std::vector<float> values;
+    QString unit;
+};
+
+std::int64_t floorToDay(std::int64_t microseconds)
+{
+    const std::int64_t day = microseconds / microsecondsPerDay;
+    return (microseconds % microsecondsPerDay < 0 ? day - 1 : day) * microsecondsPerDay;
+}
+
+// "s since 2012-01-01 00:00:00 UTC". The unit database reads dates before the
+// Gregorian reform in the Julian calendar, so older data count from 1970.
+QString unitSince(std::int64_t originMicroseconds)
+{
+    const date::year_month_day day{date::sys_days{date::days{originMicroseconds / microsecondsPerDay}}};
+    return QString::asprintf("s since %04d-%02u-%02u 00:00:00 UTC", static_cast<int>(day.year()),
+                             static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+}
+
+std::int64_t originOf(const std::vector<std::int64_t>& instants, const std::vector<bool>& undefined)
+{
+    constexpr std::int64_t gregorianOnly = -12219292800LL * 1000000; // 1582-10-15
+    for (std::size_t i = 0; i < instants.size(); ++i) {
+        if (!undefined[i])
+            return instants[i] < gregorianOnly ? 0 : floorToDay(instants[i]);
+    }
+    return 0;
+}
+
+PlacedTimes placeTimes(const std::vector<ParsedTime>& times, const std::vector<bool>& undefined,
+                       const QString& zoneName)
+{
+    const Orv::Math::TimeZone zone(zoneName.toStdString());
+    std::vector<std::int64_t> instants(times.size());
+    std::transform(times.begin(), times.end(), instants.begin(), [&zone](const ParsedTime& time) {
+        return time.utc ? time.microseconds : zone.toUtc(time.microseconds);
+    });
+    const std::int64_t origin = originOf(instants, undefined);
+    PlacedTimes placed{std::vector<float>(times.size()), unitSince(origin)};
+    for (std::size_t i = 0; i < instants.size(); ++i)
+        placed.values[i] = undefined[i] ? NAN : static_cast<float>(static_cast<double>(instants[i] - origin) * 1e-6);
+    return placed;
+}
+
+// The times of a series that holds some of the rows only (one group's).
+std::vector<ParsedTime> timesOfRows(const std::vector<ParsedTime>& times, const std::vector<std::size_t>& rows)
+{
+    std::vector<ParsedTime> picked(rows.size());
+    std::transform(rows.begin(), rows.end(), picked.begin(), [&times](std::size_t row) { return times[row]; });
+    return picked;
+}
+
+// The time zone of a variable's x axis: its own when it is a time axis.
+QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable)
+{
+    const auto* time = dynamic_cast<const KelChartAxisTime*>(pairs.find(variable.xAxis.get()));
+    return time ? time->timeZone.get() : QStringLiteral("UTC");
+}
+
+} // namespace
+
+QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, DataSet data)
+{
+    QStringList unbound;
+    // Series of all rows share their x column; it is placed once per time zone.
+    std::map<QString, PlacedTimes> placedByZone;
+    for (DataSeries& series : data.series) {
+        KelChartVariable* variable = variables[series.y.name];
+        if (!variable) {
+            unbound << series.y.name;
+            continue;
+        }
+        auto* discrete = dynamic_cast<KelChartAxisDiscrete*>(pairs.find(variable->xAxis.get()));
+        if (data.discreteX && discrete)
+            discrete->labels.setLabels(data.categories);
+        if (data.timeX && !series.rows.empty()) {
+            const PlacedTimes placed = placeTimes(timesOfRows(data.xTimes, series.rows), series.x.undefined,
+                                                  zoneOf(pairs, *variable));
+            series.x.values = placed.values;
+            series.x.unit = placed.unit;
+        } else if (data.timeX) {
+            const QString zone = zoneOf(pairs, *variable);
+            auto placed = placedByZone.find(zone);
+            if (placed == placedByZone.end())
+                placed = placedByZone.emplace(zone, placeTimes(data.xTimes, series.x.undefined, zone)).first;
+            series.x.values = placed->second.values;
+            series.x.unit = placed->second.unit;
+        }
+        variable->variableiter.setVector2Data(std::move(series.x.values), std::move(series.y.values),
+                                              std::move(series.x.undefined), std::move(series.y.undefined),
+                                              series.x.unit, series.y.unit);
+    }
+    return unbound;
+}
+
+} // namespace Orv::Chart

@@ -1,0 +1,37 @@
+#pragma once
+// Draws an axis from its pipeline result: the axis line along its plot edge,
+// a tick and a label at each of the scale's tick positions, grid lines for the
+// first axis of each direction, and the caption: the axis title, its unit
+// label in brackets, and the scale's factor where it is not 1. A time axis's
+// offset text ("2012-03") goes at the far end of the caption row.
+
+#include "ChartLayout.h"
+#include "Plot.h"
+
+#include <QPainter>
+
+namespace Orv::Chart {
+
+class AxisPainter {
+public:
+    AxisPainter(QPainter& painter, const ChartLayout& layout);
+
+    void paintGrid(const PlotAxis& axis);
+    void paintAxis(const PlotAxis& axis);
+
+    // "title [unit] (x factor)", leaving out what is empty or 1.
+    static QString caption(const PlotAxis& axis);
+
+private:
+    // Tick marks of `length` pixels, with the labels that are drawn.
+    void paintTicks(const PlotAxis& axis, const std::vector<Tick>& ticks, double length);
+    void paintTickLabel(const PlotAxis& axis, const Tick& tick);
+    QRectF horizontalLabelBox(const QString& label, double x, double top) const;
+    void paintCaption(const PlotAxis& axis);
+    void paintText(const QRectF& box, int flags, const QString& text, const PlotAxis& axis);
+
+    QPainter& m_painter;
+    const ChartLayout& m_layout;
+};
+
+} // namespace Orv::Chart

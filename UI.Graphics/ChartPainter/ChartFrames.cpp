@@ -1,0 +1,64 @@
+#include "ChartFrames.h"
+
+#include <algorithm>
+
+namespace Orv::Chart {
+
+namespace {
+
+// The tick request of the caching run; the frames ask again once the layout is known.
+constexpr unsigned cachingTicks = 8;
+
+} // namespace
+
+ChartFrames::ChartFrames(KelChart& chart, const Orv::Chart::AxisPairs& pairs)
+    : m_chart(chart)
+    , m_pairs(pairs)
+    , m_size(800, 500)
+{
+    reload();
+}
+
+ChartFrames::~ChartFrames()
+{
+    clear();
+}
+
+void ChartFrames::clear()
+{
+    m_renderer.reset();
+    m_pipeline.reset();
+    m_views.clear();
+    m_data.reset();
+}
+
+void ChartFrames::reload()
+{
+    clear();
+    m_data = std::make_unique<KelChartPipeline>(
+        m_chart.unitSystem, *m_pairs.x, *m_pairs.y, *m_pairs.z, m_chart.variables,
+        KelChartPipeline::Settings{KelChartPipeline::everyAxis(cachingTicks), false, QStringList()});
+    const KelChartVariableListCache& cache = m_data->cache();
+    for (std::size_t i = 0; i < cache.size(); ++i)
+        m_views.push_back(std::make_unique<KelChartDecimatedView>(cache.cache(i)));
+    rescale(m_size);
+}
+
+void ChartFrames::rescale(QSize size)
+{
+    m_size = size.expandedTo(QSize(Orv::Chart::ChartLayout::minimumWidth, Orv::Chart::ChartLayout::minimumHeight));
+    m_renderer.reset();
+    m_pipeline = std::make_unique<Orv::Chart::Plot>(m_chart, m_pairs, Orv::Chart::TickRoom{m_size, 100, {}},
+                                                      m_data->cache());
+    std::vector<const KelChartDecimatedView*> views;
+    for (const auto& view : m_views)
+        views.push_back(view.get());
+    m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views));
+}
+
+void ChartFrames::paint(QPainter& painter) const
+{
+    m_renderer->paint(painter);
+}
+
+} // namespace Orv::Chart

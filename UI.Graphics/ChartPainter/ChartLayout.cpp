@@ -1,0 +1,164 @@
+#include "ChartLayout.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Orv::Chart {
+
+namespace {
+
+bool hasAxis(const KelChartPipeline& run, AxisSide side)
+{
+    switch (side) {
+    case AxisSide::Bottom:
+        return run.xScales().first().valid();
+    case AxisSide::Top:
+        return run.xScales().second().valid();
+    case AxisSide::Left:
+        return run.yScales().first().valid();
+    case AxisSide::Right:
+        break;
+    }
+    return run.yScales().second().valid();
+}
+
+std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run)
+{
+    std::vector<std::size_t> entries;
+    const KelChartPerVariableScaling& scaling = run.scaling();
+    for (std::size_t i = 0; i < scaling.size(); ++i)
+        if (scaling.valid(i) && scaling.variable(i).variable().legend.get())
+            entries.push_back(i);
+    return entries;
+}
+
+} // namespace
+
+ChartLayout::ChartLayout(const Plot& pipeline, QSize size)
+    : ChartLayout(pipeline.run(), size, legendLookOf(pipeline.chart()))
+{
+}
+
+ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size, const LegendLook& legend)
+    : m_size(size)
+    , m_legendEntries(legendEntriesOf(pipeline))
+    , m_legend(legend)
+{
+    Margins margins{hasAxis(pipeline, AxisSide::Left) ? verticalAxisWidth : emptySide,
+                    hasAxis(pipeline, AxisSide::Right) ? verticalAxisWidth : emptySide,
+                    titleHeight + (hasAxis(pipeline, AxisSide::Top) ? horizontalAxisHeight : emptySide / 2),
+                    hasAxis(pipeline, AxisSide::Bottom) ? horizontalAxisHeight : emptySide};
+    if (m_legend.shown && !m_legendEntries.empty()) {
+        if (m_legend.band == LegendBand::Left || m_legend.band == LegendBand::Right)
+            placeLegendBeside(margins);
+        else
+            placeLegendAcross(margins);
+    }
+    m_title = QRectF(0, 0, size.width(), titleHeight);
+    m_plot = QRectF(margins.left, margins.top, std::max(1.0, size.width() - margins.left - margins.right),
+                    std::max(1.0, size.height() - margins.top - margins.bottom));
+    if (m_legend.band == LegendBand::Left || m_legend.band == LegendBand::Right) {
+        // Beside the plot, the block's vertical place follows the plot.
+        const double room = m_plot.height() - m_legendBox.height();
+        const double offset = (m_legend.alignment & Qt::AlignBottom)    ? room
+                              : (m_legend.alignment & Qt::AlignVCenter) ? room / 2
+                                                                          : 0.0;
+        m_legendBox.moveTop(m_plot.top() + std::max(0.0, offset));
+    }
+}
+
+QSizeF ChartLayout::legendBlockSize() const
+{
+    if (m_grid.columns == 0)
+        return {};
+    return {m_grid.columns * m_legendCellWidth + 2 * legendPadding,
+            m_grid.rows * legendRowHeight + 2 * legendPadding};
+}
+
+// A band above or below the plot, as wide as the plot.
+void ChartLayout::placeLegendAcross(Margins& margins)
+{
+    const double width = std::max(1.0, m_size.width() - margins.left - margins.right) - 2 * legendPadding;
+    m_legendCellWidth = std::min(legendCellWidth, width);
+    const int maxColumns = static_cast<int>(width / m_legendCellWidth);
+    const int maxRows = static_cast<int>((m_size.height() * legendBandShare - 2 * legendPadding) / legendRowHeight);
+    m_grid = LegendGrid::fit(m_legendEntries.size(), maxColumns, maxRows, m_legend.vertical);
+    const QSizeF block = legendBlockSize();
+    if (block.isEmpty())
+        return;
+    const double left = margins.left + ((m_legend.alignment & Qt::AlignHCenter) ? (width - block.width()) / 2 : 0.0);
+    if (m_legend.band == LegendBand::Top) {
+        m_legendBox = QRectF(QPointF(left, titleHeight), block);
+        margins.top += block.height() + emptySide / 2;
+    } else {
+        m_legendBox = QRectF(QPointF(left, m_size.height() - emptySide / 2 - block.height()), block);
+        margins.bottom += block.height() + emptySide / 2;
+    }
+}
+
+// A band at the left or right edge of the image, as tall as the plot; its
+// vertical place is set once the plot is known.
+void ChartLayout::placeLegendBeside(Margins& margins)
+{
+    const double width = std::max(1.0, m_size.width() * legendSideShare - 2 * legendPadding);
+    const double height = std::max(1.0, m_size.height() - margins.top - margins.bottom) - 2 * legendPadding;
+    m_legendCellWidth = std::min(legendCellWidth, width);
+    const int maxColumns = static_cast<int>(width / m_legendCellWidth);
+    const int maxRows = static_cast<int>(height / legendRowHeight);
+    m_grid = LegendGrid::fit(m_legendEntries.size(), maxColumns, maxRows, m_legend.vertical);
+    const QSizeF block = legendBlockSize();
+    if (block.isEmpty())
+        return;
+    if (m_legend.band == LegendBand::Left) {
+        m_legendBox = QRectF(QPointF(emptySide / 2, 0), block);
+        margins.left += block.width() + emptySide / 2;
+    } else {
+        m_legendBox = QRectF(QPointF(m_size.width() - emptySide / 2 - block.width(), 0), block);
+        margins.right += block.width() + emptySide / 2;
+    }
+}
+
+QRectF ChartLayout::axisBand(AxisSide side) const
+{
+    switch (side) {
+    case AxisSide::Bottom:
+        return QRectF(m_plot.left(), m_plot.bottom(), m_plot.width(), horizontalAxisHeight);
+    case AxisSide::Top:
+        return QRectF(m_plot.left(), m_plot.top() - horizontalAxisHeight, m_plot.width(), horizontalAxisHeight);
+    case AxisSide::Left:
+        return QRectF(m_plot.left() - verticalAxisWidth, m_plot.top(), verticalAxisWidth, m_plot.height());
+    case AxisSide::Right:
+        break;
+    }
+    return QRectF(m_plot.right(), m_plot.top(), verticalAxisWidth, m_plot.height());
+}
+
+QRectF ChartLayout::legendCell(std::size_t entry) const
+{
+    const QPointF slot = m_grid.slot(entry);
+    return QRectF(m_legendBox.left() + legendPadding + slot.x() * m_legendCellWidth,
+                  m_legendBox.top() + legendPadding + slot.y() * legendRowHeight, m_legendCellWidth, legendRowHeight);
+}
+
+QPointF ChartLayout::toPixel(const Orv::Math::Vector3& cube) const
+{
+    return QPointF(m_plot.left() + (cube.x() + 1.0) / 2.0 * m_plot.width(),
+                   m_plot.bottom() - (cube.y() + 1.0) / 2.0 * m_plot.height());
+}
+
+QPointF ChartLayout::alongAxis(AxisSide side, double position) const
+{
+    switch (side) {
+    case AxisSide::Bottom:
+        return QPointF(m_plot.left() + position * m_plot.width(), m_plot.bottom());
+    case AxisSide::Top:
+        return QPointF(m_plot.left() + position * m_plot.width(), m_plot.top());
+    case AxisSide::Left:
+        return QPointF(m_plot.left(), m_plot.bottom() - position * m_plot.height());
+    case AxisSide::Right:
+        break;
+    }
+    return QPointF(m_plot.right(), m_plot.bottom() - position * m_plot.height());
+}
+
+} // namespace Orv::Chart

@@ -1,0 +1,68 @@
+#pragma once
+// Draws a chart from the results of its pipeline with Qt's painter: title,
+// grid, series, axes and legend, onto any paint device (an image, an SVG or
+// PDF generator, a widget), or into a PNG, SVG or PDF file. All positions
+// come from the pipeline's scales and matrices through the layout.
+//
+// Files are written to a temporary file and renamed, so a failed write leaves
+// no half-written file; a failure is a result with a message naming the file.
+
+#include "ChartLayout.h"
+#include "OrvChartPainterExport.h"
+#include "Plot.h"
+
+#include "KelChartDecimatedView.h"
+
+#include <QPainter>
+#include <QSize>
+#include <QIODevice>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace Orv::Chart {
+
+class ORV_CHARTPAINTER_EXPORT ChartPainter {
+public:
+    ChartPainter(const Plot& pipeline, QSize size);
+    // Draws through the host's decimated views, one per variable of the
+    // pipeline's caches in their order, kept across frames so that each
+    // summary is built once; they must outlive the painter. With another
+    // count of views it warns and makes its own.
+    ChartPainter(const Plot& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views);
+
+    const ChartLayout& layout() const { return m_layout; }
+
+    // Paints the whole chart in the layout's size from the painter's origin.
+    void paint(QPainter& painter) const;
+
+    enum class Format { Png, Svg, Pdf };
+    // The format a file name's suffix names (case ignored), or none.
+    static std::optional<Format> formatOf(const QString& path);
+    // Writes the chart in the format its suffix names; false with `error`
+    // set when the suffix names none or the file cannot be written.
+    bool write(const QString& path, QString* error = nullptr) const;
+    bool write(const QString& path, Format format, QString* error = nullptr) const;
+
+private:
+    void makeOwnViews();
+    bool writePng(QIODevice& device) const;
+    bool writeSvg(QIODevice& device) const;
+    bool writePdf(QIODevice& device) const;
+    void paintTitle(QPainter& painter) const;
+    void paintLegend(QPainter& painter) const;
+    void paintLegendBox(QPainter& painter) const;
+    void paintLegendText(QPainter& painter, const QRectF& box, const QString& text) const;
+    void paintLegendEntry(QPainter& painter, const KelChartVariable& variable, const QRectF& cell) const;
+
+    const Plot& m_pipeline;
+    ChartLayout m_layout;
+    // One per variable, kept so that the PNG and the SVG share their summaries;
+    // `m_views` points to these or to the host's.
+    std::vector<std::unique_ptr<KelChartDecimatedView>> m_ownViews;
+    std::vector<const KelChartDecimatedView*> m_views;
+};
+
+} // namespace Orv::Chart

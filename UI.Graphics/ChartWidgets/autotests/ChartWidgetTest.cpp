@@ -1,0 +1,298 @@
+// Drives the chart widget and the property editor on the offscreen platform
+// as a user would: wheel, drags, double click, hover and edits.
+#include "AxisRanges.h"
+#include "ChartFile.h"
+#include "ChartWidget.h"
+#include "DataBinding.h"
+#include "PropertyDelegate.h"
+#include "PropertyEditor.h"
+#include "SampleChart.h"
+
+#include "KelChartPropertyModel.h"
+#include "KelChartVariable.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QStyleOptionViewItem>
+#include <QTemporaryDir>
+#include <QTreeView>
+#include <QValidator>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Model = KelChartPropertyModel;
+
+struct Range {
+    double min, max;
+};
+
+class ViewTest : public ::testing::Test {
+protected:
+    // The sample chart in a chart widget beside its property editor, as a host sets them up.
+    void SetUp() override
+    {
+        chart = Orv::Chart::SampleChart::build(group);
+        Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), Orv::Chart::SampleChart::data());
+        model = std::make_unique<Model>(chart.get());
+        editor = std::make_unique<Orv::Chart::PropertyEditor>();
+        editor->setModel(model.get());
+        view = std::make_unique<Orv::Chart::ChartWidget>();
+        view->setChart(chart.get(), Orv::Chart::axisPairsOf(*chart));
+        editor->attach(view.get());
+        view->resize(800, 600);
+        view->show();
+        QCoreApplication::processEvents();
+        ASSERT_NE(view->frames(), nullptr);
+    }
+
+    void TearDown() override
+    {
+        editor.reset();
+        view.reset();
+    }
+
+    const Orv::Chart::ChartFrames& frames() const { return *view->frames(); }
+    QRectF plot() const { return frames().layout().plot(); }
+    KelChartAxisContinuous& axis(const QString& name) const
+    {
+        return dynamic_cast<KelChartAxisContinuous&>(*frames().pairs().find(name));
+    }
+    // Each continuous axis's span in scale coordinates, as the frame drew it.
+    std::vector<Orv::Chart::AxisSpan> spans() const
+    {
+        return Orv::Chart::AxisRanges(frames().pipeline(), frames().pairs(), frames().layout()).spans();
+    }
+    // The range written into the axis, in scale coordinates.
+    static Range written(const Orv::Chart::AxisSpan& span)
+    {
+        const double min = span.axis->min.get(), max = span.axis->max.get();
+        return span.logarithmic ? Range{std::log10(min), std::log10(max)} : Range{min, max};
+    }
+
+    void mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers = {})
+    {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+        QMouseEvent event(type, at, view->mapToGlobal(at.toPoint()), button, held, modifiers);
+        QApplication::sendEvent(view.get(), &event);
+    }
+    void drag(QPointF from, QPointF to, Qt::MouseButton button)
+    {
+        mouse(QEvent::MouseButtonPress, from, button);
+        mouse(QEvent::MouseMove, (from + to) / 2, button);
+        mouse(QEvent::MouseMove, to, button);
+        mouse(QEvent::MouseButtonRelease, to, button);
+    }
+    void wheel(QPointF at, int eighths)
+    {
+        QWheelEvent event(at, view->mapToGlobal(at.toPoint()), QPoint(), QPoint(0, eighths), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.get(), &event);
+    }
+    // The value cell of the row with that path.
+    QModelIndex cell(const QString& path, const QModelIndex& parent = {}) const
+    {
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex name = model->index(row, Model::NameColumn, parent);
+            if (name.data(Model::PathRole).toString() == path)
+                return name.siblingAtColumn(Model::ValueColumn);
+            if (path.startsWith(name.data(Model::PathRole).toString() + QLatin1Char('/')))
+                return cell(path, name);
+        }
+        return {};
+    }
+
+    KelModifiedGroup group;
+    std::unique_ptr<KelChart2D> chart;
+    std::unique_ptr<Model> model;
+    std::unique_ptr<Orv::Chart::PropertyEditor> editor;
+    std::unique_ptr<Orv::Chart::ChartWidget> view;
+};
+
+void expectNear(double actual, double expected, double width, const char* what)
+{
+    EXPECT_NEAR(actual, expected, 1e-9 * std::abs(width)) << what;
+}
+
+TEST_F(ViewTest, AWheelStepZoomsEveryContinuousAxisAboutTheCursor)
+{
+    const QPointF cursor = plot().topLeft() + QPointF(plot().width() * 0.25, plot().height() * 0.6);
+    const auto before = spans();
+    ASSERT_EQ(before.size(), 3u) << "time, temperature and pressure; the period axis is discrete";
+    wheel(cursor, 120);
+    for (const Orv::Chart::AxisSpan& span : before) {
+        const Range now = written(span);
+        EXPECT_FALSE(span.axis->autoScale.get());
+        const double width = span.max - span.min;
+        expectNear(now.max - now.min, 0.8 * width, width, "a notch keeps 80% of the range");
+        const double under = span.valueAt(cursor);
+        expectNear((under - now.min) / (now.max - now.min), (under - span.min) / width, 1, "the cursor stays put");
+    }
+    // The next frame shows the new range (rounded outward to nice ticks at most).
+    const Orv::Chart::PlotAxis* left = frames().pipeline().axis(QStringLiteral("axis.y.left"));
+    EXPECT_LT(left->max - left->min, before[1].max - before[1].min);
+    // Out again from the range drawn, which the scale may have rounded outward.
+    const auto zoomed = spans();
+    wheel(cursor, -120);
+    for (const Orv::Chart::AxisSpan& span : zoomed)
+        expectNear(written(span).max - written(span).min, (span.max - span.min) / 0.8, span.max, "out again");
+}
+
+TEST_F(ViewTest, ALeftDragPansByTheDraggedDistance)
+{
+    const auto before = spans();
+    const QPointF from = plot().center();
+    const QPointF to = from + QPointF(120, -40);
+    drag(from, to, Qt::LeftButton);
+    for (const Orv::Chart::AxisSpan& span : before) {
+        const double shift = span.valueAt(from) - span.valueAt(to);
+        const Range now = written(span);
+        expectNear(now.min, span.min + shift, span.max - span.min, "min moves with the drag");
+        expectNear(now.max, span.max + shift, span.max - span.min, "max moves with the drag");
+    }
+}
+
+TEST_F(ViewTest, ARubberBandZoomsToItsRectangleAndADoubleClickUndoesIt)
+{
+    const QPointF a = plot().topLeft() + QPointF(50, 30);
+    const QPointF b = a + QPointF(200, 100);
+    for (const auto& start : std::vector<std::function<void()>>{
+             [&] { drag(b, a, Qt::RightButton); },
+             [&] {
+                 mouse(QEvent::MouseButtonPress, a, Qt::LeftButton, Qt::ShiftModifier);
+                 mouse(QEvent::MouseMove, b, Qt::LeftButton, Qt::ShiftModifier);
+                 mouse(QEvent::MouseButtonRelease, b, Qt::LeftButton, Qt::ShiftModifier);
+             }}) {
+        const auto before = spans();
+        start();
+        for (const Orv::Chart::AxisSpan& span : before) {
+            const Range now = written(span);
+            const double lo = std::min(span.valueAt(a), span.valueAt(b));
+            const double hi = std::max(span.valueAt(a), span.valueAt(b));
+            expectNear(now.min, lo, hi - lo, "band's low end");
+            expectNear(now.max, hi, hi - lo, "band's high end");
+        }
+        mouse(QEvent::MouseButtonDblClick, a, Qt::LeftButton);
+        for (const Orv::Chart::AxisSpan& span : before)
+            EXPECT_TRUE(span.axis->autoScale.get());
+    }
+    // A click is no band.
+    drag(a, a + QPointF(2, 2), Qt::RightButton);
+    EXPECT_TRUE(axis(QStringLiteral("axis.y.left")).autoScale.get());
+}
+
+TEST_F(ViewTest, ALogarithmicAxisZoomsInLogSpaceAndGetsRealValues)
+{
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("axis.y/axis.y.right/logarithmic")),
+                                                 QStringLiteral("true")));
+    const auto before = spans();
+    const auto right = std::find_if(before.begin(), before.end(), [](const Orv::Chart::AxisSpan& span) {
+        return span.axis->name() == QStringLiteral("axis.y.right");
+    });
+    ASSERT_NE(right, before.end());
+    ASSERT_TRUE(right->logarithmic);
+    wheel(plot().center(), 240);
+    const double min = right->axis->min.get(), max = right->axis->max.get();
+    EXPECT_GT(min, 0);
+    expectNear(std::log10(max) - std::log10(min), 0.64 * (right->max - right->min), 1, "two notches in log10");
+}
+
+TEST_F(ViewTest, HoverListsTheNearestPointOfEachSeriesWithItsUnits)
+{
+    mouse(QEvent::MouseMove, plot().center(), Qt::NoButton);
+    const QStringList lines = view->hoverLines();
+    ASSERT_FALSE(lines.isEmpty());
+    EXPECT_TRUE(lines.filter(QStringLiteral("degC")).size() >= 1) << lines.join('\n').toStdString();
+    EXPECT_TRUE(lines.filter(QStringLiteral("kPa")).size() == 1) << lines.join('\n').toStdString();
+    mouse(QEvent::MouseMove, QPointF(2, 2), Qt::NoButton);
+    EXPECT_TRUE(view->hoverLines().isEmpty());
+}
+
+TEST_F(ViewTest, AnEditChangesThePropertyAndTheNextFrameABadOneChangesNothing)
+{
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("axis.y/axis.y.left/autoScale")), QStringLiteral("false")));
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("axis.y/axis.y.left/min")), QStringLiteral("-40")));
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("axis.y/axis.y.left/max")), QStringLiteral("60")));
+    const Orv::Chart::PlotAxis* left = frames().pipeline().axis(QStringLiteral("axis.y.left"));
+    EXPECT_LE(left->min, -40);
+    EXPECT_GE(left->max, 60);
+    EXPECT_TRUE(editor->message().isEmpty());
+
+    const Orv::Chart::Plot* frame = &frames().pipeline();
+    EXPECT_FALSE(model->setData(cell(QStringLiteral("axis.y/axis.y.left/max")), QStringLiteral("lots")));
+    EXPECT_FALSE(model->setData(cell(QStringLiteral("variable/T1/style/style")), QStringLiteral("wiggly")));
+    EXPECT_EQ(axis(QStringLiteral("axis.y.left")).max.get(), 60);
+    EXPECT_EQ(&frames().pipeline(), frame) << "no new frame";
+    EXPECT_FALSE(editor->message().isEmpty());
+}
+
+TEST_F(ViewTest, TheRowsFollowVariablesAddedAndRemoved)
+{
+    const QModelIndex variables = cell(QStringLiteral("variable")).siblingAtColumn(Model::NameColumn);
+    ASSERT_TRUE(variables.isValid());
+    const int rows = model->rowCount(variables);
+    KelProperties& added = chart->variables.child(QStringLiteral("extra"), KelChartVariable::typeString);
+    editor->refresh();
+    view->reload();
+    ASSERT_EQ(model->rowCount(variables), rows + 1);
+    EXPECT_EQ(model->index(rows, Model::NameColumn, variables).data().toString(), QStringLiteral("extra"));
+    chart->variables.erase(&added);
+    editor->refresh();
+    view->reload();
+    EXPECT_EQ(model->rowCount(variables), rows);
+    EXPECT_FALSE(cell(QStringLiteral("variable/extra")).isValid());
+}
+
+TEST_F(ViewTest, EditsSurviveASaveAndALoad)
+{
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("title")), QStringLiteral("Edited")));
+    wheel(plot().center(), 120);
+    const double max = axis(QStringLiteral("axis.y.left")).max.get();
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("chart.json"));
+    ASSERT_TRUE(Orv::Chart::ChartFile::save(*chart, path));
+    KelModifiedGroup again;
+    const std::unique_ptr<KelProperties> reopened = Orv::Chart::ChartFile::load(path, again);
+    ASSERT_TRUE(reopened);
+    const auto& loaded = dynamic_cast<KelChart2D&>(*reopened);
+    EXPECT_EQ(loaded.title.get(), QStringLiteral("Edited"));
+    const auto& left = dynamic_cast<KelChartAxisContinuous&>(*loaded.axisY.find(QStringLiteral("axis.y.left")));
+    EXPECT_EQ(left.max.get(), max);
+    EXPECT_FALSE(left.autoScale.get());
+}
+
+TEST_F(ViewTest, TheDelegateOffersEditorsByKind)
+{
+    Orv::Chart::PropertyDelegate delegate;
+    QWidget parent;
+    const auto editorOf = [&](const QString& path) {
+        return delegate.createEditor(&parent, QStyleOptionViewItem(), cell(path));
+    };
+    auto* style = qobject_cast<QComboBox*>(editorOf(QStringLiteral("variable/T1/style/style")));
+    ASSERT_NE(style, nullptr);
+    EXPECT_GT(style->count(), 1);
+    auto* number = qobject_cast<QLineEdit*>(editorOf(QStringLiteral("axis.y/axis.y.left/min")));
+    ASSERT_NE(number, nullptr);
+    QString text = QStringLiteral("1.5e-3");
+    int position = 0;
+    EXPECT_NE(number->validator()->validate(text, position), QValidator::Invalid);
+    text = QStringLiteral("abc");
+    EXPECT_EQ(number->validator()->validate(text, position), QValidator::Invalid);
+    EXPECT_EQ(editorOf(QStringLiteral("axis.y/axis.y.left/autoScale")), nullptr) << "a check box in the cell";
+
+    // The combo box writes the chosen word through the model.
+    delegate.setEditorData(style, cell(QStringLiteral("variable/T1/style/style")));
+    style->setCurrentIndex((style->currentIndex() + 1) % style->count());
+    delegate.setModelData(style, model.get(), cell(QStringLiteral("variable/T1/style/style")));
+    EXPECT_EQ(cell(QStringLiteral("variable/T1/style/style")).data().toString(), style->currentText());
+}
+
+} // namespace
