@@ -37,6 +37,8 @@ const Target targets[] = {
     {"chart_file", fuzzChartFile},
     {"nice_intervals", fuzzNiceIntervals},
     {"pipeline", fuzzPipeline},
+    {"csv_import", fuzzCsvImport},
+    {"time_text", fuzzTimeText},
 };
 
 std::vector<fs::path> filesIn(const char* folder, const Target& target)

@@ -10,3 +10,5 @@ int fuzzStringStore(const std::uint8_t* data, std::size_t size);
 int fuzzChartFile(const std::uint8_t* data, std::size_t size);
 int fuzzNiceIntervals(const std::uint8_t* data, std::size_t size);
 int fuzzPipeline(const std::uint8_t* data, std::size_t size);
+int fuzzCsvImport(const std::uint8_t* data, std::size_t size);
+int fuzzTimeText(const std::uint8_t* data, std::size_t size);

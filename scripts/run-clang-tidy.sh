@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs clang-tidy with the checked-in .clang-tidy over the chart library and,
-# unless --chart-only is given, over the debug, math and core modules too.
+# unless --chart-only is given, over every other library: the debug, math and
+# core modules, the property model, data import, painter and widgets.
 # Exits non-zero on any finding. The build folder is build-tidy/ unless
 # BUILD_DIR names another; JOBS sets the parallel runs (default 2).
 set -euo pipefail
@@ -12,11 +13,14 @@ jobs=${JOBS:-2}
 
 # Configuring writes compile_commands.json and the generated export headers,
 # which is all clang-tidy needs; nothing is compiled.
-cmake -S "$top" -B "$build" -G Ninja -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_TESTS=OFF >/dev/null
+cmake -S "$top" -B "$build" -G Ninja -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_TESTS=OFF -DORV_BUILD_EXAMPLES=OFF >/dev/null
+# moc's output is generated, not configured: build the widgets' autogen step so their sources parse.
+cmake --build "$build" --target Orv.UI.Graphics.ChartWidgets_autogen Orv.UI.Graphics.ChartProperties_autogen >/dev/null
 
 # run-clang-tidy takes regexes matched against the compile database's paths.
 modules='UI\.Graphics/Chart'
-[ "${1:-}" = "--chart-only" ] || modules='UI\.Graphics/(Chart|Core)|OrvDebug|CppMath'
+[ "${1:-}" = "--chart-only" ] ||
+  modules='UI\.Graphics/(Chart|ChartIO|ChartPainter|ChartWidgets|ChartProperties|Core)|OrvDebug|CppMath'
 sources="^$top/($modules)/[^/]*\.cpp\$"
 
 start=$(date +%s)

@@ -13,7 +13,7 @@ build=$top/build-fuzz
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(string_store chart_file nice_intervals pipeline)
+[ ${#targets[@]} -gt 0 ] || targets=(string_store chart_file nice_intervals pipeline csv_import time_text)
 
 "$top/scripts/ensure-deps.sh" clang-14 libfuzzer-14-dev
 

@@ -316,7 +316,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadInput{"DirectoryAsCsv", {QStringLiteral("folder")}, "folder: is a directory", 1},
         BadInput{"RaggedCsv", {QStringLiteral("ragged.csv")}, "ragged.csv:3: expected 3 fields", 1},
         BadInput{"UnknownColumn", {QStringLiteral("ragged.csv"), QStringLiteral("--y"), QStringLiteral("c")},
-                 "--y c: ragged.csv has no column \"c\"", 2},
+                 "y column \"c\": ragged.csv has no such column (see kelchart --help)", 2},
         BadInput{"TwoShapes", {QStringLiteral("--bars"), QStringLiteral("--points")}, "exclude each other", 2},
         BadInput{"MissingChartFile", {QStringLiteral("--load"), QStringLiteral("missing.json")}, "missing.json: cannot read", 1},
         BadInput{"TruncatedChartFile", {QStringLiteral("--load"), QStringLiteral("truncated.json")},
