@@ -41,15 +41,28 @@ function(orv_add_library target)
   install(FILES ${public_headers} ${export_header} DESTINATION ${ORV_INSTALL_INCLUDEDIR}/${ARG_EXPORT_NAME})
 endfunction()
 
-# orv_add_tests(<name> LIBS <targets...> SOURCES <files...>)
+# orv_add_tests(<name> LIBS <targets...> SOURCES <files...> [MAIN gui|widgets|none])
 # One test executable per module; every test case is registered with CTest.
+# MAIN picks the main the tests run under: gui (the default) runs them inside a
+# QGuiApplication, widgets inside a QApplication, both on the offscreen platform
+# unless QT_QPA_PLATFORM names another, and both link the shared test helpers
+# (Orv::TestSupport); none is GoogleTest's own main, for modules without Qt.
 function(orv_add_tests name)
   if(NOT ORV_BUILD_TESTS)
     return()
   endif()
-  cmake_parse_arguments(ARG "" "" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "" "MAIN" "LIBS;SOURCES" ${ARGN})
+  if(NOT ARG_MAIN OR ARG_MAIN STREQUAL "gui")
+    set(main Orv::TestMain Orv::TestSupport)
+  elseif(ARG_MAIN STREQUAL "widgets")
+    set(main Orv::TestMainWidgets Orv::TestSupport)
+  elseif(ARG_MAIN STREQUAL "none")
+    set(main GTest::gtest_main)
+  else()
+    message(FATAL_ERROR "orv_add_tests(${name}): MAIN must be gui, widgets or none, not ${ARG_MAIN}")
+  endif()
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest ${main})
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
     PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
