@@ -10,14 +10,10 @@
 #include <QStringList>
 
 #include "Matrix.h"
+#include "QtPrinters.h"
 
 #include <ostream>
 
-// Lets test names and failure messages show QString values as text.
-inline void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << text.toStdString();
-}
 
 struct KelchartRun {
     int exitCode = -1;

@@ -14,7 +14,6 @@
 
 #include <QBuffer>
 #include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QSvgGenerator>
 #include <QTransform>
@@ -32,16 +31,6 @@ struct DrawnText {
     QString text;
     QRectF box;
 };
-
-// Font metrics need a GUI application; the tests share one.
-void ensureGuiApplication()
-{
-    static int argc = 1;
-    static char name[] = "LayoutFitTest";
-    static char* argv[] = {name, nullptr};
-    if (!QCoreApplication::instance())
-        new QGuiApplication(argc, argv);
-}
 
 QTransform transformOf(const QXmlStreamAttributes& attributes, const QTransform& outer)
 {
@@ -68,7 +57,6 @@ DrawnText drawnText(QXmlStreamReader& xml, const QTransform& transform)
 
 std::vector<DrawnText> textsOf(const QByteArray& svg)
 {
-    ensureGuiApplication();
     std::vector<DrawnText> texts;
     std::vector<QTransform> transforms{QTransform()};
     QXmlStreamReader xml(svg);
