@@ -1,6 +1,7 @@
 // Shows a chart in a window through the installed widgets library and grabs
-// the window: the grab must have the window's size and the chart widget's part
-// of it more than one colour. Runs on any Qt platform; CTest picks "offscreen".
+// the window: the grab must have the window's size, and the chart widget's part
+// of it must show the series in colour. Runs on any Qt platform; CTest picks
+// "offscreen".
 
 #include <ChartSetUp.h>
 #include <ChartWidget.h>
@@ -11,7 +12,6 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QImage>
-#include <QSet>
 #include <QVBoxLayout>
 
 #include <cstdio>
@@ -24,13 +24,17 @@ int check(bool ok, const char* what)
     return ok ? 0 : 1;
 }
 
-int colourCount(const QImage& image)
+// Whether any pixel is neither white, black nor grey: the frame, axes and
+// texts are drawn in those, the series in colour.
+bool showsColour(const QImage& image)
 {
-    QSet<QRgb> colours;
     for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            colours.insert(image.pixel(x, y));
-    return colours.size();
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            if (qRed(pixel) != qGreen(pixel) || qGreen(pixel) != qBlue(pixel))
+                return true;
+        }
+    return false;
 }
 
 } // namespace
@@ -67,6 +71,6 @@ int main(int argc, char** argv)
     int failures = 0;
     failures += check(view->frames() != nullptr, "the widget has a chart to draw");
     failures += check(shot.size() == window.size(), "the grab has the window's size");
-    failures += check(colourCount(shot.copy(view->geometry())) > 1, "the chart shows more than one colour");
+    failures += check(showsColour(shot.copy(view->geometry())), "the chart shows its series in colour");
     return failures == 0 ? 0 : 1;
 }
