@@ -119,9 +119,9 @@ void Loader::fill(KelProperties& node, const QJsonObject& json, const QString& p
 {
     if (!m_filled.insert(&node).second)
         fail(path, QStringLiteral("a sibling of the same name came before"));
-    for (const QJsonValue& property : array(json, QStringLiteral("properties"), path))
+    for (const auto& property : array(json, QStringLiteral("properties"), path))
         applyProperty(node, property, path);
-    for (const QJsonValue& child : array(json, QStringLiteral("children"), path))
+    for (const auto& child : array(json, QStringLiteral("children"), path))
         addChild(node, child, path);
 }
 

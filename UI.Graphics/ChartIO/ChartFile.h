@@ -25,9 +25,7 @@
 
 #include <memory>
 
-namespace Orv::Chart {
-
-namespace ChartFile {
+namespace Orv::Chart::ChartFile {
 
 ORV_CHARTIO_EXPORT QByteArray toJson(const KelProperties& root);
 // The tree, or null after a fault; `source` names the data in messages.
@@ -37,7 +35,5 @@ ORV_CHARTIO_EXPORT std::unique_ptr<KelProperties> fromJson(const QByteArray& jso
 ORV_CHARTIO_EXPORT bool save(const KelProperties& root, const QString& path, IoError* error = nullptr);
 ORV_CHARTIO_EXPORT std::unique_ptr<KelProperties> load(const QString& path, KelModifiedGroup& group,
                                                        IoError* error = nullptr);
-
-} // namespace ChartFile
 
 } // namespace Orv::Chart

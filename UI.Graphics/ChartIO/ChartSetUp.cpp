@@ -16,7 +16,7 @@ QColor paletteColour(std::size_t index)
 {
     static const QRgb palette[] = {0x4e79a7, 0xf28e2b, 0xe15759, 0x76b7b2, 0x59a14f,
                                    0xedc948, 0xb07aa1, 0xff9da7, 0x9c755f, 0xbab0ac};
-    return QColor(palette[index % (sizeof palette / sizeof palette[0])]);
+    return {palette[index % (sizeof palette / sizeof palette[0])]};
 }
 
 // Units without text are of no dimension: they match only each other.

@@ -14,7 +14,7 @@ QByteArray readFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         fail(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         fail(QStringLiteral("%1: cannot read: %2").arg(path, file.errorString()));
     return bytes;

@@ -13,9 +13,7 @@
 
 #include <QString>
 
-namespace Orv::Chart {
-
-namespace PropertyPath {
+namespace Orv::Chart::PropertyPath {
 
 struct Target {
     KelProperties* node = nullptr;
@@ -31,7 +29,5 @@ ORV_CHARTIO_EXPORT bool set(KelProperties& root, const QString& path, const QStr
 // Takes "PATH=VALUE" apart at the first "=" and writes it; text without a
 // path before an "=" is a fault of the request.
 ORV_CHARTIO_EXPORT bool assign(KelProperties& root, const QString& assignment, IoError* error = nullptr);
-
-} // namespace PropertyPath
 
 } // namespace Orv::Chart

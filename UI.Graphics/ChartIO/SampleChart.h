@@ -19,13 +19,9 @@
 
 #include <memory>
 
-namespace Orv::Chart {
-
-namespace SampleChart {
+namespace Orv::Chart::SampleChart {
 
 ORV_CHARTIO_EXPORT std::unique_ptr<KelChart2D> build(KelModifiedGroup& group);
 ORV_CHARTIO_EXPORT DataSet data();
-
-} // namespace SampleChart
 
 } // namespace Orv::Chart

@@ -125,7 +125,7 @@ QRectF AxisPainter::horizontalLabelBox(const QString& label, double x, double to
 {
     const double width = QFontMetricsF(m_painter.font()).horizontalAdvance(label);
     const double left = std::clamp(x - width / 2, 0.0, std::max(0.0, m_layout.size().width() - width));
-    return QRectF(left, top, width, 14);
+    return {left, top, width, 14};
 }
 
 // Captions of vertical axes run along the axis, read from below for the left

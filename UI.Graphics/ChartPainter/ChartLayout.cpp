@@ -122,43 +122,43 @@ QRectF ChartLayout::axisBand(AxisSide side) const
 {
     switch (side) {
     case AxisSide::Bottom:
-        return QRectF(m_plot.left(), m_plot.bottom(), m_plot.width(), horizontalAxisHeight);
+        return {m_plot.left(), m_plot.bottom(), m_plot.width(), horizontalAxisHeight};
     case AxisSide::Top:
-        return QRectF(m_plot.left(), m_plot.top() - horizontalAxisHeight, m_plot.width(), horizontalAxisHeight);
+        return {m_plot.left(), m_plot.top() - horizontalAxisHeight, m_plot.width(), horizontalAxisHeight};
     case AxisSide::Left:
-        return QRectF(m_plot.left() - verticalAxisWidth, m_plot.top(), verticalAxisWidth, m_plot.height());
+        return {m_plot.left() - verticalAxisWidth, m_plot.top(), verticalAxisWidth, m_plot.height()};
     case AxisSide::Right:
         break;
     }
-    return QRectF(m_plot.right(), m_plot.top(), verticalAxisWidth, m_plot.height());
+    return {m_plot.right(), m_plot.top(), verticalAxisWidth, m_plot.height()};
 }
 
 QRectF ChartLayout::legendCell(std::size_t entry) const
 {
     const QPointF slot = m_grid.slot(entry);
-    return QRectF(m_legendBox.left() + legendPadding + slot.x() * m_legendCellWidth,
-                  m_legendBox.top() + legendPadding + slot.y() * legendRowHeight, m_legendCellWidth, legendRowHeight);
+    return {m_legendBox.left() + legendPadding + slot.x() * m_legendCellWidth,
+                  m_legendBox.top() + legendPadding + slot.y() * legendRowHeight, m_legendCellWidth, legendRowHeight};
 }
 
 QPointF ChartLayout::toPixel(const Orv::Math::Vector3& cube) const
 {
-    return QPointF(m_plot.left() + (cube.x() + 1.0) / 2.0 * m_plot.width(),
-                   m_plot.bottom() - (cube.y() + 1.0) / 2.0 * m_plot.height());
+    return {m_plot.left() + (cube.x() + 1.0) / 2.0 * m_plot.width(),
+                   m_plot.bottom() - (cube.y() + 1.0) / 2.0 * m_plot.height()};
 }
 
 QPointF ChartLayout::alongAxis(AxisSide side, double position) const
 {
     switch (side) {
     case AxisSide::Bottom:
-        return QPointF(m_plot.left() + position * m_plot.width(), m_plot.bottom());
+        return {m_plot.left() + position * m_plot.width(), m_plot.bottom()};
     case AxisSide::Top:
-        return QPointF(m_plot.left() + position * m_plot.width(), m_plot.top());
+        return {m_plot.left() + position * m_plot.width(), m_plot.top()};
     case AxisSide::Left:
-        return QPointF(m_plot.left(), m_plot.bottom() - position * m_plot.height());
+        return {m_plot.left(), m_plot.bottom() - position * m_plot.height()};
     case AxisSide::Right:
         break;
     }
-    return QPointF(m_plot.right(), m_plot.bottom() - position * m_plot.height());
+    return {m_plot.right(), m_plot.bottom() - position * m_plot.height()};
 }
 
 } // namespace Orv::Chart

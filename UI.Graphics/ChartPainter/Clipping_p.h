@@ -10,9 +10,7 @@
 
 #include <vector>
 
-namespace Orv::Chart {
-
-namespace Clipping {
+namespace Orv::Chart::Clipping {
 
 // Cuts the segment a-b to the rectangle; false when none of it lies inside.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& rect);
@@ -20,7 +18,5 @@ bool clipSegment(QPointF& a, QPointF& b, const QRectF& rect);
 std::vector<QPolygonF> clipPolyline(const QPolygonF& line, const QRectF& rect);
 // The part of a closed area that lies inside the rectangle.
 QPainterPath clipArea(const QPolygonF& area, const QRectF& rect);
-
-} // namespace Clipping
 
 } // namespace Orv::Chart

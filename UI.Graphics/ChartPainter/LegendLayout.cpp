@@ -80,9 +80,10 @@ QPointF LegendGrid::slot(std::size_t index) const
 {
     const auto rowCount = static_cast<std::size_t>(std::max(rows, 1));
     const auto columnCount = static_cast<std::size_t>(std::max(columns, 1));
-    if (vertical)
-        return QPointF(static_cast<double>(index / rowCount), static_cast<double>(index % rowCount));
-    return QPointF(static_cast<double>(index % columnCount), static_cast<double>(index / columnCount));
+    // Whole cells: the quotient is the column (filling by columns) or the row.
+    const std::size_t across = vertical ? index / rowCount : index % columnCount;
+    const std::size_t down = vertical ? index % rowCount : index / columnCount;
+    return {static_cast<double>(across), static_cast<double>(down)};
 }
 
 } // namespace Orv::Chart

@@ -115,7 +115,7 @@ QPen SeriesLook::linePen(const KelChartVariableStyle& style, const QBrush& gradi
 {
     const QString line = firstWord(style.line.get(), KelChart::lineSolid);
     if (line == KelChart::lineNone)
-        return QPen(Qt::NoPen);
+        return {Qt::NoPen};
     QPen pen(line == KelChart::lineGradient ? gradient : QBrush(lineColour(style)),
              entry(style.lineWidth.get(), 0, 1.0));
     pen.setCapStyle(Qt::FlatCap);
@@ -131,7 +131,7 @@ QBrush SeriesLook::fillBrush(const KelChartVariableStyle& style, std::size_t ite
     const QString fill = entry(style.fill.get(), item, KelChart::fillNone);
     if (fill == KelChart::fillGradient)
         return gradient;
-    return QBrush(entry(style.fillColor.get(), item, QColor(Qt::black)), brushStyle(fill));
+    return {entry(style.fillColor.get(), item, QColor(Qt::black)), brushStyle(fill)};
 }
 
 bool SeriesLook::usesLineGradient(const KelChartVariableStyle& style)
@@ -149,7 +149,7 @@ QBrush SeriesLook::gradient(const QList<QColor>& colours, QPointF from, QPointF 
     QLinearGradient linear(from, to);
     for (int i = 0; i < colours.size(); ++i)
         linear.setColorAt(colours.size() > 1 ? static_cast<double>(i) / (colours.size() - 1) : 0.0, colours[i]);
-    return QBrush(linear);
+    return {linear};
 }
 
 bool SeriesLook::fills(const KelChartVariableStyle& style)

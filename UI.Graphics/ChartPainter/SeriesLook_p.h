@@ -16,9 +16,7 @@
 
 #include <cstddef>
 
-namespace Orv::Chart {
-
-namespace SeriesLook {
+namespace Orv::Chart::SeriesLook {
 
 template <class List>
 auto entry(const List& list, std::size_t item, const typename List::value_type& fallback) ->
@@ -46,7 +44,5 @@ bool fills(const KelChartVariableStyle& style);
 bool hasSymbols(const KelChartVariableStyle& style);
 // Draws item k's symbol centred on the pixel.
 void paintSymbol(QPainter& painter, const KelChartVariableStyle& style, std::size_t item, QPointF at);
-
-} // namespace SeriesLook
 
 } // namespace Orv::Chart

@@ -67,7 +67,8 @@ std::vector<bool> TickFit::labelledMinors(const KelChartAxisScale& scale, const 
         if (labelsFit(std::move(labels), room))
             return chosen;
     }
-    return std::vector<bool>(scale.minorTickCount(), false);
+    std::vector<bool> none(scale.minorTickCount(), false);
+    return none;
 }
 
 std::function<double(const QString&)> TickFit::perCharacter(double pixels)

@@ -11,13 +11,9 @@
 #include <QString>
 #include <QStringList>
 
-namespace Orv::Chart {
-
-namespace HoverText {
+namespace Orv::Chart::HoverText {
 
 // One line per series with a point; empty outside the plot.
 ORV_CHARTWIDGETS_EXPORT QStringList lines(const ChartFrames& frames, QPointF pixel);
-
-} // namespace HoverText
 
 } // namespace Orv::Chart
