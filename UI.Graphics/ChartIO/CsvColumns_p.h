@@ -1,9 +1,9 @@
 #pragma once
-// Turns the records of a CSV file into a DataSet while they stream in: the
-// header's names and units, the kind of x, each other column's kind (numbers
-// until its first text cell), the codes of text columns, and at the end the
-// group column, the series and how they are drawn.
+// Turns the records of a CSV file into typed columns while they stream in:
+// the header's names and units, then each column's kind (numbers, dates or
+// text, as its first value says), its values and, for text, one code per row.
 
+#include "CsvDialect_p.h"
 #include "CsvImport.h"
 #include "DataSet.h"
 #include "TimeText.h"
@@ -34,60 +34,64 @@ private:
     std::vector<std::string> m_texts;
 };
 
-// The x column: numbers, times or categories, as its first cells decide.
-class XColumn {
-public:
-    enum class Kind { Unknown, Numeric, Time, Text };
-
-    explicit XColumn(const QString& timeFormat);
-
-    // False when the cell is not of the kind that x has taken on.
-    bool take(std::string_view cell, qint64 line);
-    // Whether x over these rows (all when null) goes back somewhere and holds a value twice.
-    bool isScattered(const std::vector<std::size_t>* rows) const;
-    bool repeats() const;
-
-    Kind kind = Kind::Unknown;
-    qint64 kindLine = 0;
-    DataColumn column;
-    std::vector<ParsedTime> times;
-    TextCodes categories;
-
-private:
-    bool takeTyped(std::string_view cell);
-    bool takeTime(std::string_view cell);
-    void switchToCategories();
-    double key(std::size_t row) const;
-
-    TimeText m_timeText;
-    bool m_timeFirst;
+// The two readings of slash dates a column may need until its order shows.
+struct DateReaders {
+    TimeText monthFirst;
+    TimeText dayFirst;
+    // A user's format: tried before numbers, since it may match digits only.
+    bool formatGiven = false;
+    std::optional<DateOrder> order;
 };
 
-// Any other column: numbers until a text cell turns it into a text column,
-// whose values are kept as codes while it may still be the group column.
-class ValueColumn {
+// One column of the table. Every kind keeps one entry per row in `data`
+// (undefined where the cell is missing); dates keep their instants in `times`
+// and text its codes in `codes`.
+class TypedColumn {
 public:
-    void take(std::string_view cell);
-    // Whether some value comes twice, among few enough distinct ones to be groups.
-    bool repeats() const { return !m_tooVaried && codes.size() > 0 && values.size() < m_present; }
+    enum class Kind { Empty, Numeric, Time, Text };
+    // More distinct texts than this are not kept: such a column can be neither categories nor groups.
+    static constexpr std::size_t mostTexts = 100000;
 
-    DataColumn data;
-    bool isText = false;
-    bool keepsText = false; // the user's group column: text from the start, however varied
-    TextCodes values;
-    std::vector<std::uint32_t> codes;
-
-private:
-    void takeText(std::string_view cell);
+    void take(std::string_view cell, qint64 line, const DateReaders& readers);
+    // Settles the order of slash dates; the notes say what was guessed or lost.
+    void finish(QStringList& notes);
+    // Whether some text comes twice, among at most `most` distinct ones.
+    bool repeats(std::size_t most) const;
+    std::size_t rows() const { return data.size(); }
+    // Makes this a text column: numbers so far become their texts.
     void turnText();
 
+    Kind kind = Kind::Empty;
+    DataColumn data;
+    std::vector<ParsedTime> times;
+    TextCodes texts;
+    std::vector<std::uint32_t> codes;
+    bool tooVaried = false;
+    unsigned numberMarks = 0;
+    qint64 firstLine = 0; // where the first value stands
+
+private:
+    void decide(std::string_view cell, const DateReaders& readers);
+    void finishNumbers(const QString& name, QStringList& notes);
+    void appendMissing();
+    void takeNumber(std::string_view cell);
+    void takeTime(std::string_view cell, qint64 line, const DateReaders& readers);
+    void takeText(std::string_view cell);
+
     std::size_t m_present = 0;
-    bool m_tooVaried = false;
+    // Slash dates: the day-first reading of every row, and what the cells showed.
+    std::vector<ParsedTime> m_dayFirst;
+    bool m_monthFirstOnly = false;
+    bool m_dayFirstOnly = false;
+    std::vector<std::size_t> m_dayFirstOnlyRows;
+    std::size_t m_badTimes = 0;
+    qint64 m_firstBadLine = 0;
+    std::string m_firstBad;
 };
 
 class CsvColumns {
 public:
-    CsvColumns(const QString& path, const CsvOptions& options);
+    CsvColumns(const QString& path, const CsvOptions& options, const CsvDialect& dialect);
 
     void take(const std::vector<std::string>& fields, std::size_t count, qint64 line);
     DataSet finish(qint64 lastLine);
@@ -95,28 +99,24 @@ public:
 
 private:
     void takeHeader(const std::vector<std::string>& fields, std::size_t count, qint64 line);
-    void assignRoles();
-    int columnNamed(const QString& option, const QString& name) const;
-    void takeRow(const std::vector<std::string>& fields, qint64 line);
-    [[noreturn]] void failX(std::string_view cell, qint64 line) const;
-
-    int findGroup();
-    void noteTextColumns(DataSet& data, int group) const;
-    std::vector<std::size_t> numericYs() const;
-    void addAllRows(DataSet& data, const std::vector<std::size_t>& ys);
-    void addGroups(DataSet& data, const std::vector<std::size_t>& ys, int group);
-    SeriesShape shapeOf(const DataSet& data, const std::vector<std::vector<std::size_t>>& groupRows) const;
+    void nameColumns(std::size_t count);
+    void takeRow(const std::vector<std::string>& fields, std::size_t count, qint64 line);
+    void settleRowLayout(const std::vector<std::string>& fields, std::size_t count, qint64 line);
+    [[noreturn]] void failRagged(std::size_t count, qint64 line) const;
 
     QString m_path;
     CsvOptions m_options;
+    CsvDialect m_dialect;
+    DateReaders m_readers;
     bool m_headerSeen = false;
+    bool m_layoutSettled = false;
     qint64 m_headerLine = 0;
     std::size_t m_rowCount = 0;
-    std::size_t m_xIndex = 0;
-    int m_forcedGroup = -1;
-    std::vector<std::size_t> m_yOrder;
-    XColumn m_x;
-    std::vector<ValueColumn> m_columns;
+    // Fields before the header's first column (R's row names) and after its last (a trailing separator).
+    std::size_t m_leadingExtra = 0;
+    std::size_t m_trailingExtra = 0;
+    std::vector<TypedColumn> m_columns;
+    QStringList m_notes;
 };
 
 } // namespace Orv::Chart

@@ -1,6 +1,7 @@
 #include "CsvImport.h"
 
 #include "CsvColumns_p.h"
+#include "CsvDialect_p.h"
 #include "Fault_p.h"
 
 #include <csv.h>
@@ -17,6 +18,9 @@ namespace Orv::Chart {
 namespace {
 
 constexpr qint64 blockSize = 1 << 16;
+// The guesses look at this many lines of the head, or at most this much of it.
+constexpr int headLines = 30;
+constexpr int mostHead = 1 << 20;
 constexpr int readTimeout = 30000;
 
 // Counts line ends in text, a CR LF pair as one.
@@ -26,35 +30,6 @@ qint64 lineBreaks(const char* text, std::size_t size)
     for (std::size_t i = 0; i < size; ++i)
         count += text[i] == '\n' || (text[i] == '\r' && (i + 1 == size || text[i + 1] != '\n'));
     return count;
-}
-
-// The separator the header line holds most often outside quotes: comma, semicolon or tab, in that order
-// on a tie. Nothing while the header line has not ended within `text` and more may follow.
-std::optional<char> separatorOf(const QByteArray& text, bool atEnd)
-{
-    static constexpr std::array<char, 3> candidates = {',', ';', '\t'};
-    std::array<int, 3> counts{};
-    bool quoted = false;
-    bool blank = true;
-    int i = 0;
-    for (; i < text.size(); ++i) {
-        const char c = text[i];
-        quoted = quoted != (c == '"');
-        if (quoted)
-            continue;
-        if ((c == '\n' || c == '\r') && !blank)
-            break;
-        blank = blank && (c == ' ' || c == '\n' || c == '\r');
-        for (std::size_t k = 0; k < candidates.size(); ++k)
-            counts[k] += c == candidates[k];
-    }
-    if (i == text.size() && !atEnd)
-        return std::nullopt;
-    std::size_t best = 0;
-    for (std::size_t k = 1; k < candidates.size(); ++k)
-        if (counts[k] > counts[best])
-            best = k;
-    return candidates[best];
 }
 
 // Feeds blocks of the file to the CSV parser and hands each record, with the line it starts on, to the columns.
@@ -143,35 +118,59 @@ QByteArray readBlock(QIODevice& device, const QString& source)
     return block;
 }
 
-// The start of the file up to the end of its header line (or all of it), without a byte-order mark.
-QByteArray readHead(QIODevice& device, const QString& source, char& separator)
+// The start of the file, without a byte-order mark: enough whole lines to guess its dialect from.
+QByteArray readHead(QIODevice& device, const QString& source, bool& complete)
 {
     QByteArray head = readBlock(device, source);
     if (head.startsWith("\xEF\xBB\xBF"))
         head.remove(0, 3);
-    for (QByteArray block = head;; head += block) {
-        if (const std::optional<char> found = separatorOf(head, block.isEmpty())) {
-            separator = *found;
-            return head;
-        }
-        block = readBlock(device, source);
+    complete = head.isEmpty();
+    while (!complete && head.count('\n') < headLines && head.size() < mostHead) {
+        const QByteArray block = readBlock(device, source);
+        complete = block.isEmpty();
+        head += block;
     }
+    return head;
 }
+
+// Feeds text to the parser, through the filter that turns runs of blanks into tabs when fields are so separated.
+class DialectFeed {
+public:
+    DialectFeed(RecordFeed& feed, const CsvDialect& dialect)
+        : m_feed(feed)
+        , m_blankRuns(dialect.blankRuns)
+    {
+        m_feed.setSeparator(dialect.separator);
+    }
+
+    void feed(const QByteArray& text)
+    {
+        const QByteArray fed = m_blankRuns ? m_filter.apply(text) : text;
+        m_feed.feed(fed.constData(), static_cast<std::size_t>(fed.size()));
+    }
+
+private:
+    RecordFeed& m_feed;
+    bool m_blankRuns;
+    BlankRunFilter m_filter;
+};
 
 DataSet readDevice(QIODevice& device, const QString& source, const CsvOptions& options)
 {
     if (!device.isOpen() && !device.open(QIODevice::ReadOnly))
         fail(QStringLiteral("%1: cannot read: %2").arg(source, device.errorString()));
-    CsvColumns columns(source, options);
-    RecordFeed feed(source, columns);
-    char separator = ',';
-    const QByteArray head = readHead(device, source, separator);
-    feed.setSeparator(separator);
-    feed.feed(head.constData(), static_cast<std::size_t>(head.size()));
+    bool complete = false;
+    QByteArray head = readHead(device, source, complete);
+    const CsvDialect dialect = guessDialect(head, complete, options);
+    blankCommentLines(head, dialect.commentLines);
+    CsvColumns columns(source, options, dialect);
+    RecordFeed records(source, columns);
+    DialectFeed feed(records, dialect);
+    feed.feed(head);
     for (QByteArray block = readBlock(device, source); !block.isEmpty(); block = readBlock(device, source))
-        feed.feed(block.constData(), static_cast<std::size_t>(block.size()));
-    feed.finish();
-    return columns.finish(feed.lastRecordLine());
+        feed.feed(block);
+    records.finish();
+    return columns.finish(records.lastRecordLine());
 }
 
 CsvImport::Result resultOf(const std::function<DataSet()>& read)

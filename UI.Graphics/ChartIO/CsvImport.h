@@ -1,33 +1,53 @@
 #pragma once
-// Reads chart data from a CSV file.
+// Reads chart data from a CSV file, guessing what a user would see in it;
+// every guess that drops or changes data leaves a note, and every guess can
+// be overridden (CsvOptions).
 //
-// Fields are separated by commas, semicolons or tabs: whichever of them the
-// header line holds most often outside quotes. A field in double quotes may
-// hold separators, line breaks and doubled quotes. A UTF-8 byte-order mark,
-// CRLF line ends, blanks around fields and blank lines are ignored.
-//
-// The first non-blank line is the header: it names the columns, and a unit in
-// square brackets ("time [s]", "T [degC]") becomes the column's unit.
-//
-// Roles of the columns, each overridable (CsvOptions):
-//   - x is the first column. Numeric x gives a continuous axis; dates and
-//     times (see TimeText: ISO 8601, "Jan 1 2000", "2012-03", "1974Q1", or the
-//     user's format) give a time axis; other text gives a discrete axis whose
-//     categories are the distinct texts in order of first appearance.
-//   - Every other column of numbers is a y column. Empty and "nan" cells are
-//     undefined points.
+// The table:
+//   - Fields are separated by commas, semicolons, tabs, bars or runs of
+//     blanks: the one that splits the first lines into the same number of
+//     fields. A field in double quotes may hold separators, line breaks and
+//     doubled quotes. A UTF-8 byte-order mark, CRLF line ends, blanks around
+//     fields and blank lines are ignored, as are lines starting with '#'
+//     above the table.
+//   - The first line names the columns, unless it holds numbers and dates
+//     only: then the columns are "column 1", "column 2", ... A unit in square
+//     brackets ("time [s]", "T [degC]") becomes the column's unit.
+//   - Row names as R writes them (an empty first name, or rows one field
+//     longer than the header) become a column "row"; a separator at the end
+//     of every line adds no column.
+// Cells:
+//   - Missing values: empty, NA, N/A, NaN, null, None, #N/A, -, --, ., ?.
+//   - Numbers may have grouped digits ("100,000"), a currency sign ("$5",
+//     "-€3.50") or a percent sign ("12%": the column's unit becomes "%").
+//   - Dates and times are those TimeText reads; slash dates are month first
+//     unless a first number above 12 shows that the column is day first.
+//   - A column is numbers, dates or text as its first value says; a number
+//     column that meets text becomes text, a date that does not read leaves
+//     its row without a value (with a note).
+// Roles:
+//   - x is the first date column wherever it stands, or one made of columns
+//     named year, month and day (day_of_month, date_of_month); otherwise the
+//     first column: text gives categories, numbers in order (or the x of an
+//     x/y pair) give a continuous axis, and numbers in no order are a series
+//     of their own, drawn with the rest against the row number.
+//   - Every other column of numbers is a y column; columns without any value,
+//     columns of text and further date columns are skipped with a note.
 //   - When x repeats, the first other text column whose values repeat (at most
 //     `mostGroups` distinct ones) is the group column: one series per group
 //     value, in order of first appearance, named after the value (one y
 //     column) or "value column" (several), holding that group's rows.
-//   - Every other column holding text is skipped with a note.
+//   - Categories that still repeat within a series are aggregated: one bar
+//     per category with the mean of its rows (or their sum, or no
+//     aggregation, by option).
 // Series are points (symbols only) where x within a series is neither
 // ascending nor free of repeats; otherwise lines, or bars over categories.
 //
 // The file is read in blocks and streamed through the parser, so only the
 // columns' values are held, never the text (text columns hold one code per
-// row and their distinct values). A fault names the file and line; role
-// options naming no column or clashing are faults of the request.
+// row and their distinct values). A fault names the file, the line and what a
+// user can fix; role options naming no column or clashing are faults of the
+// request.
 
 #include "DataSet.h"
 #include "IoError.h"
@@ -41,7 +61,19 @@
 
 namespace Orv::Chart {
 
+// How rows of one category are made into one bar.
+enum class CsvAggregate { Mean, Sum, None };
+
 struct CsvOptions {
+    // The field separator, one character ("\\t" for a tab), or " " for runs of blanks; empty: guessed.
+    QString separator;
+    // Whether the first line names the columns; unset: guessed.
+    std::optional<bool> header;
+    // How slash dates ("3/4/2020") are read; unset: month first unless the data show day first.
+    std::optional<DateOrder> dateOrder;
+    std::optional<CsvAggregate> aggregate;
+    // x is the row number 1, 2, 3, ...; every column is a series.
+    bool rowNumberX = false;
     // How x writes dates and times; empty: the automatic forms.
     QString timeFormat;
     // Column names (without unit, or the whole header text); empty: automatic.

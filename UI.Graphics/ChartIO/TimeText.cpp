@@ -49,13 +49,15 @@ char16_t lowered(QChar c)
     return code >= u'A' && code <= u'Z' ? static_cast<char16_t>(code - u'A' + u'a') : code;
 }
 
+enum class Meridiem { None, Am, Pm };
+
 // Reads a text from left to right without copying it. Any read that fails
 // ends the attempt, so reads need not restore the position.
 class Scanner {
 public:
-    Scanner(const QChar* begin, const QChar* end)
-        : m_at(begin)
-        , m_end(end)
+    explicit Scanner(QStringView text)
+        : m_at(text.begin())
+        , m_end(text.end())
     {
     }
 
@@ -117,6 +119,22 @@ public:
         return (tenths + 5) / 10;
     }
 
+    // "AM" or "PM" in either case, perhaps after blanks and not followed by a letter; consumed only
+    // when it is there, so that blanks before a zone are left to it.
+    Meridiem meridiem()
+    {
+        const QChar* at = m_at;
+        while (at != m_end && at->isSpace())
+            ++at;
+        if (m_end - at < 2 || lowered(at[1]) != u'm' || (m_end - at > 2 && isLetter(at[2])))
+            return Meridiem::None;
+        const char16_t first = lowered(at[0]);
+        const Meridiem found = first == u'a' ? Meridiem::Am : first == u'p' ? Meridiem::Pm : Meridiem::None;
+        if (found != Meridiem::None)
+            m_at = at + 2;
+        return found;
+    }
+
     // The run of ASCII letters that comes next, lower-cased into `buffer` and
     // consumed; empty when there is none or it does not fit.
     std::string_view word(WordBuffer& buffer)
@@ -165,6 +183,15 @@ std::optional<date::year_month_day> calendarDay(std::optional<int> year, std::op
     return calendar.ok() ? std::optional(calendar) : std::nullopt;
 }
 
+// A year of four digits, or of two read as "%y" reads them: 69-99 are 1969-1999, 00-68 are 2000-2068.
+std::optional<int> twoOrFourDigitYear(Scanner& scanner)
+{
+    if (scanner.digitsAhead() != 2)
+        return scanner.number(4, 4);
+    const int twoDigits = *scanner.number(2, 2);
+    return twoDigits >= 69 ? 1900 + twoDigits : 2000 + twoDigits;
+}
+
 std::optional<int> monthNamed(std::string_view word)
 {
     static constexpr std::array<std::string_view, 12> names{
@@ -197,11 +224,21 @@ Separator separator(Scanner& scanner)
     return scanner.skipBlanks() || comma ? Separator::Blanks : Separator::None;
 }
 
-// "14:05", "9:05", "14:05:30", "14:05:30.25"; "24:00" is the end of the day.
+// The hour on a 24-hour clock of an hour read with "AM" or "PM" (1 to 12), or as it is without.
+std::optional<int> hourOfDay(std::optional<int> hour, Meridiem meridiem)
+{
+    if (!hour || meridiem == Meridiem::None)
+        return hour;
+    if (*hour < 1 || *hour > 12)
+        return std::nullopt;
+    return *hour % 12 + (meridiem == Meridiem::Pm ? 12 : 0);
+}
+
+// "14:05", "9:05", "14:05:30", "14:05:30.25", "2:05 PM"; "24:00" is the end of the day.
 std::optional<std::int64_t> timeOfDay(Scanner& scanner)
 {
-    const std::optional<int> hour = scanner.number(1, 2);
-    const std::optional<int> minute = hour && scanner.accept(':') ? scanner.number(2, 2) : std::nullopt;
+    const std::optional<int> clockHour = scanner.number(1, 2);
+    const std::optional<int> minute = clockHour && scanner.accept(':') ? scanner.number(2, 2) : std::nullopt;
     if (!minute)
         return std::nullopt;
     std::optional<int> second = 0;
@@ -211,7 +248,8 @@ std::optional<std::int64_t> timeOfDay(Scanner& scanner)
         if (scanner.accept('.') || scanner.accept(','))
             fraction = scanner.fraction();
     }
-    if (!second || !fraction)
+    const std::optional<int> hour = hourOfDay(clockHour, scanner.meridiem());
+    if (!hour || !second || !fraction)
         return std::nullopt;
     const bool withinDay = *hour < 24 && *minute < 60 && *second < 60;
     const bool endOfDay = *hour == 24 && *minute == 0 && *second == 0 && *fraction == 0;
@@ -272,10 +310,20 @@ std::optional<Stamp> quarterStart(int year, std::optional<int> quarter)
     return stampOf(calendarDay(year, 3 * *quarter - 2, 1));
 }
 
-// "2012-01-01" with a time perhaps, "2012-03", "1974Q1", "1974 Q1", "1974-Q3".
+// "2013/08/29", "2013/8/29 12:06".
+std::optional<Stamp> yearSlashMonthSlashDay(Scanner& scanner, int year)
+{
+    const std::optional<int> month = scanner.number(1, 2);
+    const std::optional<int> day = scanner.accept('/') ? scanner.number(1, 2) : std::nullopt;
+    return dayAndTime(scanner, calendarDay(year, month, day), false);
+}
+
+// "2012-01-01" with a time perhaps, "2012-03", "1974Q1", "1974 Q1", "1974-Q3", "2013/08/29".
 std::optional<Stamp> yearFirst(Scanner& scanner)
 {
     const int year = *scanner.number(4, 4);
+    if (scanner.accept('/'))
+        return yearSlashMonthSlashDay(scanner, year);
     const bool dash = scanner.accept('-');
     if (!dash)
         scanner.skipBlanks();
@@ -305,23 +353,57 @@ std::optional<Stamp> monthFirst(Scanner& scanner)
     return dayAndTime(scanner, calendarDay(scanner.number(4, 4), month, day), false);
 }
 
-// "1 Jan 2000", "1-Jan-2000".
-std::optional<Stamp> dayFirst(Scanner& scanner)
+// The rest of "1 Jan 2000", "1-Jan-2000", "19-Sep-03" after the day.
+std::optional<Stamp> dayMonthNameYear(Scanner& scanner, int day)
 {
-    const std::optional<int> day = scanner.number(1, 2);
     const Separator first = separator(scanner);
     const std::optional<int> month = monthName(scanner);
     if (first == Separator::None || separator(scanner) != first)
         return std::nullopt;
-    return dayAndTime(scanner, calendarDay(scanner.number(4, 4), month, day), false);
+    return dayAndTime(scanner, calendarDay(twoOrFourDigitYear(scanner), month, day), false);
 }
 
-std::optional<Stamp> readStamp(Scanner& scanner)
+// The rest of "7/29/2016", "1/31/85" after the first number and the slash, which is the month or the
+// day as `order` says.
+std::optional<Stamp> slashDate(Scanner& scanner, int first, DateOrder order)
+{
+    const std::optional<int> second = scanner.number(1, 2);
+    if (!second || !scanner.accept('/'))
+        return std::nullopt;
+    const bool monthComesFirst = order == DateOrder::MonthFirst;
+    const int month = monthComesFirst ? first : *second;
+    const int day = monthComesFirst ? *second : first;
+    return dayAndTime(scanner, calendarDay(twoOrFourDigitYear(scanner), month, day), false);
+}
+
+// The rest of "31.01.1985", "31.1.1985" after the day and the dot. Two-digit years are refused: "1.2.12"
+// is more likely a version than a date.
+std::optional<Stamp> dottedDate(Scanner& scanner, int day)
+{
+    const std::optional<int> month = scanner.number(1, 2);
+    const std::optional<int> year = scanner.accept('.') ? scanner.number(4, 4) : std::nullopt;
+    return dayAndTime(scanner, calendarDay(year, month, day), false);
+}
+
+// Dates that start with a day or, in slash dates, a month of one or two digits.
+std::optional<Stamp> shortNumberFirst(Scanner& scanner, DateOrder order)
+{
+    const std::optional<int> first = scanner.number(1, 2);
+    if (!first)
+        return std::nullopt;
+    if (scanner.accept('/'))
+        return slashDate(scanner, *first, order);
+    if (scanner.accept('.'))
+        return dottedDate(scanner, *first);
+    return dayMonthNameYear(scanner, *first);
+}
+
+std::optional<Stamp> readStamp(Scanner& scanner, DateOrder order)
 {
     const int digits = scanner.digitsAhead();
     if (digits == 4)
         return yearFirst(scanner);
-    return digits > 0 ? dayFirst(scanner) : monthFirst(scanner);
+    return digits > 0 ? shortNumberFirst(scanner, order) : monthFirst(scanner);
 }
 
 // A wall-clock time, or a UTC instant when it was read with an offset.
@@ -333,10 +415,10 @@ ParsedTime parsedTime(microseconds wallClock, minutes offset, bool hasOffset)
     return time;
 }
 
-std::optional<ParsedTime> parseAutomatic(const QChar* begin, const QChar* end)
+std::optional<ParsedTime> parseAutomatic(QStringView text, DateOrder order)
 {
-    Scanner scanner(begin, end);
-    const std::optional<Stamp> stamp = readStamp(scanner);
+    Scanner scanner(text);
+    const std::optional<Stamp> stamp = readStamp(scanner, order);
     if (!stamp || !scanner.atEnd())
         return std::nullopt;
     const microseconds wallClock = date::sys_days(stamp->day).time_since_epoch() + microseconds(stamp->timeOfDay);
@@ -358,6 +440,14 @@ std::optional<ParsedTime> parseWithFormat(const std::string& format, const QStri
     return parsedTime(wallClock.time_since_epoch(), offset, offset != noOffset);
 }
 
+// Whether `text` starts with a number of one or two digits and a slash, as "1/2/2016" does and
+// "2013/08/29" does not.
+bool startsAsSlashDate(QStringView text)
+{
+    Scanner scanner(text);
+    return scanner.number(1, 2) && scanner.accept('/');
+}
+
 bool isMissing(QStringView cell)
 {
     return cell.isEmpty() || cell.compare(QLatin1String("nan"), Qt::CaseInsensitive) == 0;
@@ -372,22 +462,18 @@ bool isPlainNumber(QStringView cell)
 
 } // namespace
 
-TimeText::TimeText(const QString& format)
+TimeText::TimeText(const QString& format, DateOrder order)
     : m_format(format.toStdString())
+    , m_order(order)
 {
 }
 
 std::optional<ParsedTime> TimeText::parse(const QString& text) const
 {
-    const QChar* begin = text.constData();
-    const QChar* end = begin + text.size();
-    while (begin != end && begin->isSpace())
-        ++begin;
-    while (end != begin && end[-1].isSpace())
-        --end;
+    const QStringView trimmed = QStringView(text).trimmed();
     if (m_format.empty())
-        return parseAutomatic(begin, end);
-    return parseWithFormat(m_format, QString(begin, static_cast<int>(end - begin)));
+        return parseAutomatic(trimmed, m_order);
+    return parseWithFormat(m_format, trimmed.toString());
 }
 
 bool TimeText::isTimeColumn(const QStringList& cells) const
@@ -404,6 +490,20 @@ bool TimeText::isTimeColumn(const QStringList& cells) const
         allNumbers = allNumbers && isPlainNumber(text);
     }
     return anyTime && !allNumbers;
+}
+
+SlashReading TimeText::slashReading(const QString& text)
+{
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (!startsAsSlashDate(trimmed))
+        return SlashReading::NotSlashDate;
+    const bool readMonthFirst = parseAutomatic(trimmed, DateOrder::MonthFirst).has_value();
+    const bool readDayFirst = parseAutomatic(trimmed, DateOrder::DayFirst).has_value();
+    if (readMonthFirst && readDayFirst)
+        return SlashReading::Both;
+    if (readMonthFirst || readDayFirst)
+        return readMonthFirst ? SlashReading::MonthFirstOnly : SlashReading::DayFirstOnly;
+    return SlashReading::NotSlashDate;
 }
 
 } // namespace Orv::Chart

@@ -57,6 +57,54 @@ std::optional<SeriesShape> parseShape(const QCommandLineParser& parser)
     return chosen;
 }
 
+// Each pair of options that exclude each other gives true, false or nothing.
+std::optional<bool> parseSwitch(const QCommandLineParser& parser, const QString& on, const QString& off)
+{
+    if (parser.isSet(on) && parser.isSet(off))
+        usageFault(QStringLiteral("--%1 and --%2 exclude each other").arg(on, off));
+    if (parser.isSet(on) || parser.isSet(off))
+        return parser.isSet(on);
+    return std::nullopt;
+}
+
+QString parseSeparator(const QCommandLineParser& parser)
+{
+    const QString text = parser.value(QStringLiteral("separator"));
+    if (text == QLatin1String("tab"))
+        return QStringLiteral("\\t");
+    if (text == QLatin1String("space"))
+        return QStringLiteral(" ");
+    if (text.size() > 1)
+        usageFault(QStringLiteral("--separator %1: expected one character, tab or space").arg(text));
+    return text;
+}
+
+std::optional<CsvAggregate> parseAggregate(const QCommandLineParser& parser)
+{
+    if (!parser.isSet(QStringLiteral("aggregate")))
+        return std::nullopt;
+    const QString text = parser.value(QStringLiteral("aggregate"));
+    const std::pair<const char*, CsvAggregate> kinds[] = {
+        {"mean", CsvAggregate::Mean}, {"sum", CsvAggregate::Sum}, {"none", CsvAggregate::None}};
+    for (const auto& [name, kind] : kinds)
+        if (text == QLatin1String(name))
+            return kind;
+    usageFault(QStringLiteral("--aggregate %1: expected mean, sum or none").arg(text));
+}
+
+void parseDialect(const QCommandLineParser& parser, CsvOptions& csv)
+{
+    csv.separator = parseSeparator(parser);
+    csv.header = parseSwitch(parser, QStringLiteral("header"), QStringLiteral("no-header"));
+    if (const std::optional<bool> dayFirst =
+            parseSwitch(parser, QStringLiteral("day-first"), QStringLiteral("month-first")))
+        csv.dateOrder = *dayFirst ? DateOrder::DayFirst : DateOrder::MonthFirst;
+    csv.aggregate = parseAggregate(parser);
+    csv.rowNumberX = parser.isSet(QStringLiteral("x-row"));
+    if (csv.rowNumberX && !csv.x.isEmpty())
+        usageFault(QStringLiteral("-x and --x-row exclude each other"));
+}
+
 CsvOptions parseCsvOptions(const QCommandLineParser& parser)
 {
     CsvOptions csv;
@@ -69,14 +117,16 @@ CsvOptions parseCsvOptions(const QCommandLineParser& parser)
     if (parser.isSet(QStringLiteral("y")) && (csv.y.isEmpty() || csv.y.contains(QString())))
         usageFault(QStringLiteral("--y %1: expected column names separated by commas").arg(ys));
     csv.shape = parseShape(parser);
+    parseDialect(parser, csv);
     return csv;
 }
 
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
-        "Draws a chart with the chart library: the built-in sample, or the data of a CSV file whose header "
-        "names the columns (a unit in brackets, \"T [degC]\"), x first."));
+        "Draws a chart with the chart library: the built-in sample, or the data of a CSV file. The separator, "
+        "the header, dates and the roles of the columns are guessed; the options below override each guess, "
+        "and every guess that drops or changes data prints a note."));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("data.csv"), QStringLiteral("Data to draw instead of the sample."),
                                  QStringLiteral("[data.csv]"));
@@ -97,7 +147,20 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("How the x column writes dates and times that are not ISO 8601 or one of the usual "
                         "forms, as strftime fields, for example \"%d.%m.%Y %H:%M\"."),
          QStringLiteral("FORMAT")},
-        {QStringLiteral("x"), QStringLiteral("The x column, by name; default the first."), QStringLiteral("COLUMN")},
+        {QStringLiteral("separator"), QStringLiteral("The field separator: one character, tab, or space for runs "
+                                                     "of blanks; guessed by default."),
+         QStringLiteral("CHAR")},
+        {QStringLiteral("header"), QStringLiteral("The first line names the columns.")},
+        {QStringLiteral("no-header"), QStringLiteral("The first line is data; columns are \"column 1\", ...")},
+        {QStringLiteral("day-first"), QStringLiteral("Slash dates are day/month/year.")},
+        {QStringLiteral("month-first"), QStringLiteral("Slash dates are month/day/year.")},
+        {QStringLiteral("x"), QStringLiteral("The x column, by name; default the first date column, else the first "
+                                             "column."),
+         QStringLiteral("COLUMN")},
+        {QStringLiteral("x-row"), QStringLiteral("x is the row number; every column of numbers is a series.")},
+        {QStringLiteral("aggregate"), QStringLiteral("How rows of a repeating category make one bar: mean "
+                                                     "(default), sum or none."),
+         QStringLiteral("MODE")},
         {QStringLiteral("y"), QStringLiteral("The y columns, by name; default every numeric column but x."),
          QStringLiteral("COLUMN[,COLUMN...]")},
         {QStringLiteral("group"), QStringLiteral("The column whose values split the rows into one series each; by "

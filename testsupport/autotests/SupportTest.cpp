@@ -1,9 +1,11 @@
 // The test main and the printers, as every module's tests rely on them.
 
 #include "QtPrinters.h"
+#include "TextBoxes.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QPainter>
 
 #include <gtest/gtest.h>
 
@@ -29,3 +31,20 @@ TEST(QtPrinters, GoogleTestPrintsQtValuesAsText)
 }
 
 } // namespace
+
+TEST(TextBoxes, FindsTextsThatOverlapOrLeaveThePicture)
+{
+    const QSize size(200, 100);
+    const QList<OrvTest::DrawnText> texts = OrvTest::drawnTexts(size, [](QPainter& painter) {
+        painter.setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
+        painter.drawText(QPointF(10, 20), QStringLiteral("first"));
+        painter.drawText(QPointF(20, 22), QStringLiteral("second"));
+        painter.translate(150, 80);
+        painter.drawText(QPointF(0, 0), QStringLiteral("far beyond the edge"));
+        painter.drawText(QPointF(0, -40), QStringLiteral("   "));
+    });
+    ASSERT_EQ(texts.size(), 3);
+    EXPECT_EQ(texts[2].box.left(), 150.0);
+    EXPECT_EQ(OrvTest::overlappingTexts(texts), QStringList{QStringLiteral("first / second")});
+    EXPECT_EQ(OrvTest::textsOutside(texts, size), QStringList{QStringLiteral("far beyond the edge")});
+}

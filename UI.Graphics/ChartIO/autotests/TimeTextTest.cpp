@@ -8,6 +8,8 @@
 #include <optional>
 #include <ostream>
 
+using Orv::Chart::DateOrder;
+using Orv::Chart::SlashReading;
 using Orv::Chart::TimeText;
 
 namespace {
@@ -26,11 +28,13 @@ struct Reading {
     std::optional<std::int64_t> microseconds; // nothing when the text is not a time
     bool utc = false;
     const char* format = "";
+    DateOrder order = DateOrder::MonthFirst;
 };
 
 void PrintTo(const Reading& reading, std::ostream* os)
 {
-    *os << '"' << reading.text << "\" with format \"" << reading.format << '"';
+    *os << '"' << reading.text << "\" with format \"" << reading.format << '"'
+        << (reading.order == DateOrder::DayFirst ? ", day first" : "");
 }
 
 class TimeTextTest : public ::testing::TestWithParam<Reading> {};
@@ -39,7 +43,7 @@ TEST_P(TimeTextTest, ReadsTheInstantOrRefuses)
 {
     const Reading& reading = GetParam();
     const std::optional<Orv::Chart::ParsedTime> time =
-        TimeText(QString::fromUtf8(reading.format)).parse(QString::fromUtf8(reading.text));
+        TimeText(QString::fromUtf8(reading.format), reading.order).parse(QString::fromUtf8(reading.text));
     ASSERT_EQ(time.has_value(), reading.microseconds.has_value());
     if (time) {
         EXPECT_EQ(time->microseconds, *reading.microseconds);
@@ -80,13 +84,42 @@ INSTANTIATE_TEST_SUITE_P(Accepted, TimeTextTest, ::testing::Values(
     Reading{"1974Q1", at(1974_y / 1 / 1)},
     Reading{"1974 Q2", at(1974_y / 4 / 1)},
     Reading{"1974-q3", at(1974_y / 7 / 1)},
-    Reading{"1974Q4", at(1974_y / 10 / 1)}));
+    Reading{"1974Q4", at(1974_y / 10 / 1)},
+    Reading{"19-Sep-03", at(2003_y / 9 / 19)},
+    Reading{"19 sep 03 14:05", at(2003_y / 9 / 19, 14h + 5min)},
+    Reading{"1-Jan-69", at(1969_y / 1 / 1)},
+    Reading{"2013/08/29", at(2013_y / 8 / 29)},
+    Reading{"2013/8/29 12:06:01", at(2013_y / 8 / 29, 12h + 6min + 1s)},
+    Reading{"31.01.1985", at(1985_y / 1 / 31)},
+    Reading{"31.1.1985 14:05", at(1985_y / 1 / 31, 14h + 5min)},
+    Reading{"Jan 1 2000 12:05 AM", at(2000_y / 1 / 1, 5min)},
+    Reading{"2012-01-01 12:05pm", at(2012_y / 1 / 1, 12h + 5min)},
+    Reading{"2012-01-01 2:05 PM +05", at(2012_y / 1 / 1, 9h + 5min), true}));
+
+// Month first unless the TimeText is built day first; forms that are not ambiguous read the same either way.
+INSTANTIATE_TEST_SUITE_P(SlashDates, TimeTextTest, ::testing::Values(
+    Reading{"12/01/2000", at(2000_y / 12 / 1)},
+    Reading{"12/01/2000", at(2000_y / 1 / 12), false, "", DateOrder::DayFirst},
+    Reading{"7/29/2016 14:05:30", at(2016_y / 7 / 29, 14h + 5min + 30s)},
+    Reading{"29/7/2016 2:05 PM", at(2016_y / 7 / 29, 14h + 5min), false, "", DateOrder::DayFirst},
+    Reading{"1/31/85", at(1985_y / 1 / 31)},
+    Reading{"1/1/00", at(2000_y / 1 / 1)},
+    Reading{"1/1/68", at(2068_y / 1 / 1)},
+    Reading{"2/29/2016", at(2016_y / 2 / 29)},
+    Reading{"2013/08/29", at(2013_y / 8 / 29), false, "", DateOrder::DayFirst},
+    Reading{"31.01.1985", at(1985_y / 1 / 31), false, "", DateOrder::DayFirst},
+    Reading{"19-Sep-03", at(2003_y / 9 / 19), false, "", DateOrder::DayFirst},
+    Reading{"2/30/2016", {}}, Reading{"13/13/2016", {}}, Reading{"13/1/2016", {}},
+    Reading{"1/13/2016", {}, false, "", DateOrder::DayFirst},
+    Reading{"1/31/985", {}}, Reading{"1/31/19850", {}}, Reading{"123/1/2016", {}}, Reading{"1/2/3/2016", {}},
+    Reading{"1/31/2016 14", {}}, Reading{"1/31/2016T14:05", {}}, Reading{"1/31", {}}));
 
 // Numbers, impossible days and times, ambiguous or unfinished texts.
 INSTANTIATE_TEST_SUITE_P(Refused, TimeTextTest, ::testing::Values(
     Reading{"", {}}, Reading{"  ", {}}, Reading{"rain", {}}, Reading{"May", {}},
     Reading{"1958", {}}, Reading{"2012", {}}, Reading{"20120101", {}}, Reading{"-5", {}},
-    Reading{"3.25", {}}, Reading{"1e6", {}}, Reading{"12/01/2000", {}}, Reading{"01.02.2012", {}},
+    Reading{"3.25", {}}, Reading{"1e6", {}}, Reading{"1.2.12", {}}, Reading{"32.01.1985", {}},
+    Reading{"19-Sep-3", {}}, Reading{"19-Sep-003", {}}, Reading{"2013/13/01", {}}, Reading{"2013/08", {}},
     Reading{"2012-13-01", {}}, Reading{"2012-00-10", {}}, Reading{"2011-02-29", {}},
     Reading{"1900-02-29", {}}, Reading{"2012-04-31", {}}, Reading{"2012-1-5", {}},
     Reading{"Jan 32 2000", {}}, Reading{"Feb 30 2000", {}}, Reading{"Jan 1 00", {}},
@@ -97,7 +130,9 @@ INSTANTIATE_TEST_SUITE_P(Refused, TimeTextTest, ::testing::Values(
     Reading{"2012-01-01Z", {}}, Reading{"2012-01-01T14:05+24:00", {}},
     Reading{"2012-01-01T14:05+5", {}}, Reading{"2012-01-01 14:05 later", {}},
     Reading{"2012-01-01T14:05\xC5\xBA", {}}, // a non-ASCII letter whose low byte is "z"
-    Reading{"2012-03 14:05", {}}, Reading{"1974Q5", {}}, Reading{"1974Q0", {}}));
+    Reading{"2012-03 14:05", {}}, Reading{"1974Q5", {}}, Reading{"1974Q0", {}},
+    Reading{"2012-01-01 13:05 PM", {}}, Reading{"2012-01-01 0:05 AM", {}}, Reading{"2012-01-01 2:05 PMZ", {}},
+    Reading{"2012-01-01 2:05 P", {}}));
 
 INSTANTIATE_TEST_SUITE_P(WithFormat, TimeTextTest, ::testing::Values(
     Reading{"01.02.2012 14:05", at(2012_y / 2 / 1, 14h + 5min), false, "%d.%m.%Y %H:%M"},
@@ -113,6 +148,52 @@ INSTANTIATE_TEST_SUITE_P(WithFormat, TimeTextTest, ::testing::Values(
     Reading{"2012-01-01", {}, false, "%d.%m.%Y"},
     Reading{"", {}, false, "%d.%m.%Y"}));
 
+struct SlashCase {
+    const char* text;
+    SlashReading reading;
+};
+
+void PrintTo(const SlashCase& slashCase, std::ostream* os)
+{
+    *os << '"' << slashCase.text << '"';
+}
+
+class SlashReadingTest : public ::testing::TestWithParam<SlashCase> {};
+
+// The reading says which orders parse the text, so that a caller may rely on it to pick a column's order.
+TEST_P(SlashReadingTest, NamesTheOrdersThatParse)
+{
+    const QString text = QString::fromUtf8(GetParam().text);
+    const SlashReading reading = TimeText::slashReading(text);
+    EXPECT_EQ(reading, GetParam().reading);
+    if (reading == SlashReading::NotSlashDate)
+        return;
+    EXPECT_EQ(TimeText().parse(text).has_value(), reading != SlashReading::DayFirstOnly);
+    EXPECT_EQ(TimeText({}, DateOrder::DayFirst).parse(text).has_value(), reading != SlashReading::MonthFirstOnly);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, SlashReadingTest, ::testing::Values(
+    SlashCase{"1/2/2016", SlashReading::Both}, SlashCase{" 12/12/16 ", SlashReading::Both},
+    SlashCase{"1/31/2016", SlashReading::MonthFirstOnly}, SlashCase{"2/29/2016 14:05", SlashReading::MonthFirstOnly},
+    SlashCase{"31/1/85", SlashReading::DayFirstOnly}, SlashCase{"13/12/2016 1:05 PM", SlashReading::DayFirstOnly},
+    SlashCase{"13/13/2016", SlashReading::NotSlashDate}, SlashCase{"1/2/2016 25:00", SlashReading::NotSlashDate},
+    SlashCase{"2013/08/29", SlashReading::NotSlashDate}, SlashCase{"31.01.1985", SlashReading::NotSlashDate},
+    SlashCase{"2012-01-01", SlashReading::NotSlashDate}, SlashCase{"1/2", SlashReading::NotSlashDate},
+    SlashCase{"", SlashReading::NotSlashDate}));
+
+// Two-digit years read as "%y" reads them in a format, so both ways of reading a file agree.
+TEST(TimeTextTwoDigitYearTest, ReadsAsTheFormatDoes)
+{
+    const TimeText automatic;
+    const TimeText formatted(QStringLiteral("%m/%d/%y"));
+    for (int year = 0; year < 100; ++year) {
+        const QString text = QStringLiteral("01/15/%1").arg(year, 2, 10, QLatin1Char('0'));
+        const std::optional<Orv::Chart::ParsedTime> expected = formatted.parse(text);
+        ASSERT_TRUE(expected) << text.toStdString();
+        EXPECT_EQ(automatic.parse(text)->microseconds, expected->microseconds) << text.toStdString();
+    }
+}
+
 TEST(TimeTextColumnTest, EveryFilledCellMustBeATime)
 {
     const TimeText automatic;
@@ -121,6 +202,9 @@ TEST(TimeTextColumnTest, EveryFilledCellMustBeATime)
     EXPECT_FALSE(automatic.isTimeColumn({"", "nan"}));
     EXPECT_FALSE(automatic.isTimeColumn({}));
     EXPECT_FALSE(automatic.isTimeColumn({"1958", "2012"}));
+    EXPECT_TRUE(automatic.isTimeColumn({"1/31/2016", "2/1/2016"}));
+    EXPECT_FALSE(automatic.isTimeColumn({"1/31/2016", "31/1/2016"}));
+    EXPECT_TRUE(TimeText({}, DateOrder::DayFirst).isTimeColumn({"31/1/2016", "1/2/2016"}));
 }
 
 TEST(TimeTextColumnTest, PlainNumbersStayNumbersEvenWhenTheFormatReadsThem)
