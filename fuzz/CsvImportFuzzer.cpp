@@ -2,7 +2,8 @@
 // result with a message naming the source, never in anything else. Data that
 // come back are whole: each series has one undefined flag per value and as
 // many x as y values, and a time or discrete x has what it needs. The first
-// byte chooses the options, so role options and time formats are fuzzed too.
+// byte chooses the options, so role, dialect and date options and time formats
+// are fuzzed too.
 
 #include "FuzzInput.h"
 #include "FuzzTargets.h"
@@ -29,6 +30,16 @@ Chart::CsvOptions optionsOf(std::uint8_t choice)
         options.y = QStringList{QStringLiteral("a"), QStringLiteral("d")};
     if (choice & 16)
         options.shape = Chart::SeriesShape::Points;
+    if (choice & 32)
+        options.dateOrder = Chart::DateOrder::DayFirst;
+    if (choice & 64) {
+        options.aggregate = Chart::CsvAggregate::Sum;
+        options.rowNumberX = true;
+    }
+    if (choice & 128) {
+        options.header = false;
+        options.separator = QStringLiteral(";");
+    }
     return options;
 }
 

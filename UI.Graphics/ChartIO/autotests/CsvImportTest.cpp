@@ -274,3 +274,124 @@ TEST_F(CsvReaderTest, BadRoleOptionsAreUsageFaults)
     EXPECT_TRUE(fault("", "id", "id").startsWith(QStringLiteral("y column \"id\": that column is the group")));
     EXPECT_TRUE(fault("", "", "t").startsWith(QStringLiteral("group column \"t\": that column is x")));
 }
+
+namespace {
+
+struct CellReading {
+    const char* cell;
+    float value; // NaN: the cell is a missing value
+};
+
+void PrintTo(const CellReading& reading, std::ostream* os)
+{
+    *os << '"' << reading.cell << '"';
+}
+
+class CsvCellTest : public CsvReaderTest, public ::testing::WithParamInterface<CellReading> {};
+
+} // namespace
+
+// Each cell stands in a column of numbers between two plain ones; a marker of no value leaves the column numeric.
+TEST_P(CsvCellTest, ReadsTheValueOrNone)
+{
+    const CellReading& reading = GetParam();
+    const DataSet data = read(QByteArray("x,v\n0,1\n1,\"") + reading.cell + "\"\n2,3\n");
+    ASSERT_EQ(data.series.size(), 1u);
+    const Orv::Chart::DataColumn& v = data.series[0].y;
+    EXPECT_EQ(v.undefined[1], std::isnan(reading.value));
+    if (!std::isnan(reading.value)) {
+        EXPECT_FLOAT_EQ(v.values[1], reading.value);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Missing, CsvCellTest,
+    ::testing::Values(CellReading{"NA", NAN}, CellReading{"n/a", NAN}, CellReading{"N/A", NAN},
+                      CellReading{"NaN", NAN}, CellReading{"null", NAN}, CellReading{"None", NAN},
+                      CellReading{"#N/A", NAN}, CellReading{"-", NAN}, CellReading{".", NAN},
+                      CellReading{"?", NAN}, CellReading{" ", NAN}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Decorated, CsvCellTest,
+    ::testing::Values(CellReading{"100,000", 100000.0f}, CellReading{"-1,234,567.5", -1234567.5f},
+                      CellReading{"$1,250.00", 1250.0f}, CellReading{"-$3.50", -3.5f}, CellReading{"$-3.50", -3.5f},
+                      CellReading{"\xE2\x82\xAC 12", 12.0f}, CellReading{"\xC2\xA3" "7", 7.0f},
+                      CellReading{"12.5%", 12.5f}, CellReading{"+4", 4.0f}, CellReading{"1e3", 1000.0f}));
+
+// Commas that do not group digits by three, and signs in the wrong place, are text: the column is skipped.
+TEST_F(CsvReaderTest, BadlyGroupedNumbersAreText)
+{
+    for (const char* cell : {"1,00", "12,3456", ",100", "1,,000", "5$", "%5", "1.000,5"}) {
+        const DataSet data = read(QByteArray("x,v,w\n0,1,1\n1,\"") + cell + "\",2\n");
+        ASSERT_EQ(data.series.size(), 1u) << cell;
+        EXPECT_EQ(data.series[0].y.name, QStringLiteral("w")) << cell;
+    }
+}
+
+// The layouts of R and spreadsheets: row names with and without a header cell, a separator at every line end.
+TEST_F(CsvReaderTest, RowNamesAndTrailingSeparatorsAddNoSeries)
+{
+    const QByteArray layouts[] = {
+        "\"\",\"a\",\"b\"\n\"r1\",1,2\n\"r2\",3,4\n",
+        "\"a\",\"b\"\n\"r1\",1,2\n\"r2\",3,4\n",
+        "name,a,b,\nr1,1,2,\nr2,3,4,\n",
+        "name,a,b\nr1,1,2,\nr2,3,4,\n",
+    };
+    for (const QByteArray& text : layouts) {
+        const DataSet data = read(text);
+        ASSERT_EQ(data.series.size(), 2u) << text.toStdString();
+        EXPECT_EQ(data.categories, (QStringList{"r1", "r2"})) << text.toStdString();
+        EXPECT_EQ(data.series[1].y.values, (std::vector<float>{2.0f, 4.0f})) << text.toStdString();
+    }
+}
+
+// Every guess yields to its option: separator, header, date order, aggregation, row-number x.
+TEST_F(CsvReaderTest, OptionsOverrideEachGuess)
+{
+    Orv::Chart::CsvOptions options;
+    options.separator = QStringLiteral(";");
+    options.header = false;
+    const DataSet semicolons = CsvImport::read(write("1;2\n2;3\n"), options).data;
+    ASSERT_EQ(semicolons.series.size(), 1u);
+    EXPECT_EQ(semicolons.series[0].x.name, QStringLiteral("column 1"));
+
+    options = {};
+    options.dateOrder = Orv::Chart::DateOrder::DayFirst;
+    const DataSet dates = CsvImport::read(write("d,v\n1/2/2020,1\n3/2/2020,2\n"), options).data;
+    ASSERT_TRUE(dates.timeX);
+    EXPECT_EQ(dates.xTimes[1].microseconds - dates.xTimes[0].microseconds, 2LL * 86400 * 1000000);
+
+    options = {};
+    options.aggregate = Orv::Chart::CsvAggregate::Sum;
+    const DataSet sums = CsvImport::read(write("k,v\na,1\nb,2\na,3\n"), options).data;
+    EXPECT_EQ(sums.series[0].y.values, (std::vector<float>{4.0f, 2.0f}));
+    options.aggregate = Orv::Chart::CsvAggregate::None;
+    EXPECT_EQ(CsvImport::read(write("k,v\na,1\nb,2\na,3\n"), options).data.series[0].y.size(), 3u);
+
+    options = {};
+    options.rowNumberX = true;
+    const DataSet rows = CsvImport::read(write("t,v\n5,1\n6,2\n"), options).data;
+    ASSERT_EQ(rows.series.size(), 2u);
+    EXPECT_EQ(rows.series[0].x.values, (std::vector<float>{1.0f, 2.0f}));
+}
+
+// Slash dates are month first until a first number above 12 shows day first; a mix leaves the odd ones out.
+TEST_F(CsvReaderTest, SlashDatesTakeTheOrderTheColumnShows)
+{
+    const DataSet monthFirst = read("d,v\n1/2/2020,1\n1/13/2020,2\n");
+    EXPECT_EQ(monthFirst.xTimes[1].microseconds - monthFirst.xTimes[0].microseconds, 11LL * 86400 * 1000000);
+    const DataSet dayFirst = read("d,v\n1/2/2020,1\n13/2/2020,2\n");
+    EXPECT_EQ(dayFirst.xTimes[1].microseconds - dayFirst.xTimes[0].microseconds, 12LL * 86400 * 1000000);
+    const DataSet mixed = read("d,v\n1/13/2020,1\n13/1/2020,2\n1/2/2020,3\n");
+    EXPECT_EQ(mixed.series[0].x.undefined, (std::vector<bool>{false, true, false}));
+    EXPECT_TRUE(mixed.notes.join('\n').contains(QLatin1String("mix day-first and month-first")));
+}
+
+// A date that does not read leaves its row without x and says so once, naming the first.
+TEST_F(CsvReaderTest, UnreadableDatesAreNotedNotFatal)
+{
+    const DataSet data = read("d,v\n2012-01-01,1\nsoon,2\n2012-01-03,3\nlater,4\n");
+    EXPECT_EQ(data.series[0].x.undefined, (std::vector<bool>{false, true, false, true}));
+    EXPECT_EQ(data.notes, QStringList{"column \"d\": 2 cell(s) are not dates and have no value (the first, \"soon\", "
+                                      "on line 3)"});
+}
