@@ -11,6 +11,7 @@ KelChartAxisContinuous::KelChartAxisContinuous(KelModifiedGroup& group)
     , symmetric(*this, QStringLiteral("symmetric"), false, QString())
     , logarithmic(*this, QStringLiteral("logarithmic"), false, QString())
     , usability(*this, QStringLiteral("usability"), false, QString())
+    , tightRange(*this, QStringLiteral("tightRange"), false, QString())
 {
     setType(typeString);
 }
@@ -24,6 +25,7 @@ KelChartAxisContinuous::KelChartAxisContinuous(const KelChartAxisContinuous& oth
     , symmetric(*this, other.symmetric)
     , logarithmic(*this, other.logarithmic)
     , usability(*this, other.usability)
+    , tightRange(*this, other.tightRange)
 {
     setType(typeString);
 }

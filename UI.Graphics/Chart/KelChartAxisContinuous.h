@@ -1,6 +1,11 @@
 #pragma once
 // A numeric axis. Its range comes from the data or is fixed by the user; it
 // also carries the unit label that the unit update agrees for its variables.
+//
+// "tightRange" (default false) shows that range as it is: the data's range
+// with its margin, or the fixed range exactly, with the nice ticks that fall
+// inside it. Off, the range is rounded outward to the nice ticks around it
+// (see KelChartAxisScale).
 
 #include "OrvChartExport.h"
 #include "KelChartAxis.h"
@@ -21,4 +26,5 @@ public:
     KelPropertyAdaptor<bool> symmetric;
     KelPropertyAdaptor<bool> logarithmic;
     KelPropertyAdaptor<bool> usability;
+    KelPropertyAdaptor<bool> tightRange;
 };

@@ -96,6 +96,31 @@ Orv::Math::TimeZone timeZoneOf(const KelChartAxisTime& axis)
     return zone;
 }
 
+// Whether a logarithmic tick lies in [lo, hi]; one off by the rounding of a logarithm still does.
+bool inside(double position, double lo, double hi)
+{
+    constexpr double tolerance = 1e-9;
+    return position >= lo - tolerance && position <= hi + tolerance;
+}
+
+// The ticks of the exponent range [lo, hi] with at least one major inside where any can be: a coarse
+// decade stride or linear step, chosen for the range rounded outward, may skip every tick inside, and
+// more wanted intervals give finer ones.
+Orv::Math::LogTicks tightLogTicks(double lo, double hi, int count, const Orv::Math::NumberFormat& format)
+{
+    // LogTicks takes no more wanted intervals than this.
+    constexpr int mostIntervals = 1000;
+    Orv::Math::LogTicks ticks(lo, hi, count, format);
+    while (count < mostIntervals) {
+        for (int i = 0; i < ticks.size(); ++i)
+            if (inside(ticks.major(i).position, lo, hi))
+                return ticks;
+        count = std::min(2 * std::max(count, 1), mostIntervals);
+        ticks = Orv::Math::LogTicks(lo, hi, count, format);
+    }
+    return ticks;
+}
+
 } // namespace
 
 template <>
@@ -198,11 +223,15 @@ void KelChartAxisScale::updateContinuous(const KelChartAxisContinuous& axis, uns
     // A request beyond int stays the largest request rather than wrapping negative.
     const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
     Orv::Math::NiceIntervals intervals;
+    const bool tight = axis.tightRange.get();
     double lo = 0.0;
     double hi = 0.0;
     if (continuousRange(axis, lo, hi))
-        intervals = Orv::Math::NiceIntervals(lo, hi, count, true, true, format);
+        intervals = Orv::Math::NiceIntervals(lo, hi, count, !tight, true, format);
     takeTicks(intervals);
+    // Ranges the intervals cannot tick (too narrow for distinct values) stay empty and invalid.
+    if (tight && intervals.size() > 0)
+        keepRange(lo, hi);
     m_valid = m_max > m_min;
 }
 
@@ -228,7 +257,12 @@ void KelChartAxisScale::updateLogarithmic(const KelChartAxisContinuous& axis, un
         hi = 1.0;
     }
     const int count = static_cast<int>(std::min<unsigned int>(tickCount, INT_MAX));
-    takeLogTicks(Orv::Math::LogTicks(lo, hi, count, format));
+    if (axis.tightRange.get()) {
+        takeLogTicks(tightLogTicks(lo, hi, count, format), lo, hi);
+    } else {
+        const Orv::Math::LogTicks ticks(lo, hi, count, format);
+        takeLogTicks(ticks, ticks.min(), ticks.max());
+    }
     m_valid = m_max > m_min;
 }
 
@@ -248,28 +282,26 @@ bool KelChartAxisScale::logarithmicRange(const KelChartAxisContinuous& axis, dou
     return continuousDataRange(lo, hi, true);
 }
 
-void KelChartAxisScale::takeLogTicks(const Orv::Math::LogTicks& ticks)
+void KelChartAxisScale::takeLogTicks(const Orv::Math::LogTicks& ticks, double lo, double hi)
 {
-    m_min = ticks.min();
-    m_max = ticks.max();
+    m_min = lo;
+    m_max = hi;
     m_factor = ticks.factor();
-    m_size = static_cast<unsigned int>(ticks.size());
-    m_values.reserve(m_size);
-    m_realValues.reserve(m_size);
-    m_labels.reserve(m_size);
-    m_percentages.reserve(m_size);
     for (int i = 0; i < ticks.size(); ++i) {
         const Orv::Math::LogTicks::Tick& tick = ticks.major(i);
+        if (!inside(tick.position, lo, hi))
+            continue;
         m_values.push_back(tick.position);
         m_realValues.push_back(tick.value);
         m_labels.push_back(QString::fromStdString(tick.label));
-        m_percentages.push_back(ticks.fraction(tick.position, m_inverted));
+        m_percentages.push_back(relativePosition(tick.position));
     }
-    m_minorTicks.reserve(static_cast<size_t>(ticks.minorCount()));
+    m_size = static_cast<unsigned int>(m_values.size());
     for (int i = 0; i < ticks.minorCount(); ++i) {
         const Orv::Math::LogTicks::Tick& tick = ticks.minor(i);
-        m_minorTicks.push_back(MinorTick{tick.position, tick.value, ticks.fraction(tick.position, m_inverted),
-                                         QString::fromStdString(tick.label)});
+        if (inside(tick.position, lo, hi))
+            m_minorTicks.push_back(MinorTick{tick.position, tick.value, relativePosition(tick.position),
+                                             QString::fromStdString(tick.label)});
     }
 }
 
@@ -395,6 +427,22 @@ void KelChartAxisScale::takeTicks(const Orv::Math::NiceIntervals& intervals)
         m_labels.push_back(QString::fromStdString(intervals.label(i)));
         m_percentages.push_back(intervals.fraction(i, m_inverted));
     }
+}
+
+void KelChartAxisScale::keepRange(double lo, double hi)
+{
+    m_min = lo;
+    m_max = hi;
+    for (size_t i = 0; i < m_values.size(); ++i)
+        m_percentages[i] = relativePosition(m_values[i]);
+}
+
+double KelChartAxisScale::relativePosition(double value) const
+{
+    if (!(m_max > m_min))
+        return 0.0;
+    const double fraction = (value - m_min) / (m_max - m_min);
+    return m_inverted ? 1.0 - fraction : fraction;
 }
 
 void KelChartAxisScale::updateDiscrete(const KelChartAxisDiscrete& axis)

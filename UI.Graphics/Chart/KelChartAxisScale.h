@@ -17,6 +17,16 @@
 // The range is rounded to nice intervals, which also give the tick values,
 // labels, positions and factor.
 //
+// An axis with "tightRange" keeps the range it chose, fixed or from the data
+// with the margins above, unrounded: its ticks are the nice ticks inside the
+// range, and their positions are relative to the range, so the first and the
+// last tick need not sit at its ends. A fixed range is then shown exactly, as
+// a zoomed view sets it. A logarithmic axis keeps its range in decades the
+// same way, with the majors and minors that lie inside it (at least one major
+// where a power of ten or a linear tick lies inside); a time axis places its
+// calendar ticks inside the range with or without it, and only its numeric
+// fallback follows the property.
+//
 // Discrete axes are scaled to category indices [min, max): from the smallest
 // x to one past the largest x of the variables drawn on the axis along x. A
 // fixed range only narrows that. The entries are the axis's labels from the
@@ -170,6 +180,10 @@ private:
     // Takes range, factor and ticks from the intervals. All tick production
     // runs through here.
     void takeTicks(const Orv::Math::NiceIntervals& intervals);
+    // Makes [lo, hi] the range and places the ticks taken relative to it.
+    void keepRange(double lo, double hi);
+    // Where `value` lies in the range, 0 at min and 1 at max (the other way round when inverted).
+    double relativePosition(double value) const;
 
     // The fixed range, or the data's range with its margin; false when neither.
     bool continuousRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const;
@@ -179,7 +193,9 @@ private:
                            const Orv::Math::NumberFormat& format);
     // The fixed range turned into log10 space, or the data's.
     bool logarithmicRange(const KelChartAxisContinuous& axis, double& lo, double& hi) const;
-    void takeLogTicks(const Orv::Math::LogTicks& ticks);
+    // Takes the ticks with positions in [lo, hi], and that range; the rounded
+    // range of the ticks takes them all.
+    void takeLogTicks(const Orv::Math::LogTicks& ticks, double lo, double hi);
 
     // Calendar ticks in the axis's zone; a unit that is not a timestamp gives numeric ticks.
     void updateTime(const KelChartAxisTime& axis, unsigned int tickCount, const Orv::Math::NumberFormat& format);

@@ -8,15 +8,53 @@
 
 #include <QColor>
 
+#include <cmath>
+#include <iterator>
+
 namespace Orv::Chart {
 
 namespace {
 
+// The same hue and saturation on the other side of middle lightness: a light
+// colour gets a dark companion and a dark one a light companion.
+QColor companion(const QColor& colour)
+{
+    constexpr double shift = 0.22;
+    const double lightness = colour.lightnessF();
+    const double moved = lightness > 0.55 ? lightness - shift : lightness + shift;
+    return QColor::fromHslF(colour.hslHueF(), colour.hslSaturationF(), moved);
+}
+
+// Hues a golden angle apart never come back to an earlier one, and
+// neighbours alternate between a darker and a lighter shade.
+QColor generatedColour(std::size_t n)
+{
+    constexpr double goldenAngle = 137.50776405003785;
+    constexpr double firstHue = 20.0;
+    const double hue = std::fmod(firstHue + static_cast<double>(n) * goldenAngle, 360.0);
+    const double lightness = n % 2 == 0 ? 0.42 : 0.62;
+    return QColor::fromHslF(hue / 360.0, 0.65, lightness);
+}
+
+// Ten series colours, then a companion of each, then generated hues.
 QColor paletteColour(std::size_t index)
 {
     static const QRgb palette[] = {0x4e79a7, 0xf28e2b, 0xe15759, 0x76b7b2, 0x59a14f,
                                    0xedc948, 0xb07aa1, 0xff9da7, 0x9c755f, 0xbab0ac};
-    return {palette[index % (sizeof palette / sizeof palette[0])]};
+    constexpr std::size_t size = std::size(palette);
+    if (index < size)
+        return {palette[index]};
+    if (index < 2 * size)
+        return companion(QColor(palette[index - size]));
+    return generatedColour(index - 2 * size);
+}
+
+// The data of a file fill their axis rather than a range rounded out to
+// ticks; discrete axes have no such range.
+void showTightRange(KelChartAxis& axis)
+{
+    if (auto* continuous = dynamic_cast<KelChartAxisContinuous*>(&axis))
+        continuous->tightRange.set(true);
 }
 
 // Units without text are of no dimension: they match only each other.
@@ -29,11 +67,13 @@ bool sameDimension(const QString& a, const QString& b)
 }
 
 // Chooses the y axis of each series by its unit, opening the right axis for a
-// second dimension.
+// second dimension. Bars keep the range rounded out to ticks, often down to
+// zero: a tight one would leave the lowest bar a sliver above the axis.
 class YAxes {
 public:
-    explicit YAxes(KelChartAxisPair& pair)
+    YAxes(KelChartAxisPair& pair, SeriesShape shape)
         : m_pair(pair)
+        , m_tight(shape != SeriesShape::Bars)
     {
     }
 
@@ -51,11 +91,14 @@ private:
     {
         axis = m_left ? &m_pair.createSecond(side, KelChartAxisContinuous::typeString)
                       : &m_pair.createFirst(side, KelChartAxisContinuous::typeString);
+        if (m_tight)
+            showTightRange(*axis);
         axisUnit = unit;
         return *axis;
     }
 
     KelChartAxisPair& m_pair;
+    bool m_tight;
     KelChartAxis* m_left = nullptr;
     KelChartAxis* m_right = nullptr;
     QString m_leftUnit;
@@ -96,9 +139,12 @@ void setLook(KelChartVariableStyle& style, std::size_t index, std::size_t count,
     }
 }
 
+// Each quantity once: series of one value column split into groups share its name.
 void appendTitle(KelChartAxis& axis, const QString& name)
 {
     const QString title = axis.title.get();
+    if (title.split(QStringLiteral(", ")).contains(name))
+        return;
     axis.title.set(title.isEmpty() ? name : title + QStringLiteral(", ") + name);
 }
 
@@ -111,13 +157,14 @@ void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& ti
                            : data.timeX   ? KelChartAxisTime::typeString
                                           : KelChartAxisContinuous::typeString;
     KelChartAxis& x = chart.axisX.createFirst(QStringLiteral("bottom"), xType);
+    showTightRange(x);
     if (!data.series.empty())
         x.title.set(data.series.front().x.name);
-    YAxes yAxes(chart.axisY);
+    YAxes yAxes(chart.axisY, data.shape);
     for (std::size_t i = 0; i < data.series.size(); ++i) {
         const DataColumn& column = data.series[i].y;
         KelChartAxis& y = yAxes.axisFor(column.unit);
-        appendTitle(y, column.name);
+        appendTitle(y, data.series[i].valueName.isEmpty() ? column.name : data.series[i].valueName);
         KelChartVariable& variable = chart.variables.child(column.name, KelChartVariable::typeString);
         variable.title.set(column.name);
         variable.xAxis.set(x.name());

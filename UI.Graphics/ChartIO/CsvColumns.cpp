@@ -325,6 +325,27 @@ void CsvColumns::takeHeader(const std::vector<std::string>& fields, std::size_t 
             fail(line, QStringLiteral("two columns are named \"%1\"").arg(column.name));
         names.insert(column.name);
     }
+    checkOptionColumns();
+}
+
+// A role option naming no column is the request's fault, told before any row is read.
+void CsvColumns::checkOptionColumns() const
+{
+    const auto check = [this](const QString& option, const QString& name) {
+        if (name.isEmpty() || name == QLatin1String("row"))
+            return;
+        for (const TypedColumn& column : m_columns) {
+            const DataColumn& data = column.data;
+            if (data.name == name || (!data.unit.isEmpty() && data.name + " [" + data.unit + "]" == name))
+                return;
+        }
+        Orv::Chart::fail(QStringLiteral("%1 column \"%2\": %3 has no such column").arg(option, name, m_path),
+                         IoError::BadRequest);
+    };
+    check(QStringLiteral("x"), m_options.x);
+    check(QStringLiteral("group"), m_options.group);
+    for (const QString& y : m_options.y)
+        check(QStringLiteral("y"), y);
 }
 
 void CsvColumns::nameColumns(std::size_t count)

@@ -100,6 +100,7 @@ public:
 private:
     void takeHeader(const std::vector<std::string>& fields, std::size_t count, qint64 line);
     void nameColumns(std::size_t count);
+    void checkOptionColumns() const;
     void takeRow(const std::vector<std::string>& fields, std::size_t count, qint64 line);
     void settleRowLayout(const std::vector<std::string>& fields, std::size_t count, qint64 line);
     [[noreturn]] void failRagged(std::size_t count, qint64 line) const;

@@ -382,13 +382,15 @@ void CsvRoles::addSeries(DataSet& data, const DataColumn& x, const std::vector<s
                                                 : group + QLatin1Char(' ') + y.name;
         if (aggregate) {
             data.series.push_back(aggregated(x, y, rows, name));
+            data.series.back().valueName = group.isEmpty() ? QString() : y.name;
             continue;
         }
         const bool whole = group.isEmpty();
         data.series.push_back(DataSeries{whole ? x : pickColumn(x, rows, x.name),
                                          whole ? DataColumn{name, y.unit, y.values, y.undefined}
                                                : pickColumn(y, rows, name),
-                                         data.timeX && !whole ? rows : std::vector<std::size_t>{}});
+                                         data.timeX && !whole ? rows : std::vector<std::size_t>{},
+                                         whole ? QString() : y.name});
     }
 }
 

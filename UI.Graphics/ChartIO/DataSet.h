@@ -34,6 +34,9 @@ struct DataSeries {
     // The rows of the file this series holds, as indices into DataSet::xTimes;
     // empty when it holds all of them.
     std::vector<std::size_t> rows;
+    // The column the values come from ("price"), where the series is named
+    // after its group ("ALFA"); empty otherwise.
+    QString valueName = {};
 };
 
 // How the series are drawn: lines over continuous x, bars over categories,

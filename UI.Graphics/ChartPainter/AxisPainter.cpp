@@ -5,6 +5,7 @@
 #include "TextStyle_p.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Orv::Chart {
 
@@ -46,6 +47,23 @@ QPointF across(const QRectF& plot, AxisSide side, QPointF from)
                             : QPointF(side == AxisSide::Left ? plot.right() : plot.left(), from.y());
 }
 
+// A power of ten as 10 with a superscript exponent ("10\u2076", "10\u207b\u00b3"), read at a glance where
+// "1000000" needs its zeros counted; any other factor as its number.
+QString factorNumber(double factor)
+{
+    static const QChar superscripts[] = {0x2070, 0x00b9, 0x00b2, 0x00b3, 0x2074,
+                                         0x2075, 0x2076, 0x2077, 0x2078, 0x2079};
+    const double exponent = std::round(std::log10(factor));
+    if (!(factor > 0) || !std::isfinite(exponent) || std::abs(std::pow(10.0, exponent) - factor) > 1e-12 * factor)
+        return numberText(factor);
+    QString text = QStringLiteral("10");
+    if (exponent < 0)
+        text += QChar(0x207b);
+    for (const QChar digit : QString::number(std::abs(static_cast<int>(exponent))))
+        text += superscripts[digit.digitValue()];
+    return text;
+}
+
 } // namespace
 
 AxisPainter::AxisPainter(QPainter& painter, const ChartLayout& layout)
@@ -56,12 +74,46 @@ AxisPainter::AxisPainter(QPainter& painter, const ChartLayout& layout)
 
 QString AxisPainter::caption(const PlotAxis& axis)
 {
-    QString text = axis.axis->title.get();
-    if (!axis.unitLabel.isEmpty())
-        text += QStringLiteral(" [") + axis.unitLabel + QLatin1Char(']');
-    if (axis.factor != 1.0)
-        text += QStringLiteral(" (\u00d7 ") + numberText(axis.factor) + QLatin1Char(')');
-    return text.trimmed();
+    return joined(titleAndUnit(axis), factorText(axis));
+}
+
+QString AxisPainter::titleAndUnit(const PlotAxis& axis)
+{
+    return joined(axis.axis->title.get().trimmed(), unitText(axis));
+}
+
+QString AxisPainter::unitText(const PlotAxis& axis)
+{
+    return axis.unitLabel.isEmpty() ? QString() : QLatin1Char('[') + axis.unitLabel + QLatin1Char(']');
+}
+
+QString AxisPainter::factorText(const PlotAxis& axis)
+{
+    return axis.factor == 1.0 ? QString() : QStringLiteral("(\u00d7 ") + factorNumber(axis.factor) + QLatin1Char(')');
+}
+
+QString AxisPainter::joined(const QString& head, const QString& tail)
+{
+    return head.isEmpty() || tail.isEmpty() ? head + tail : head + QLatin1Char(' ') + tail;
+}
+
+// The factor stays whole: without it the labels read a thousand or a million
+// times off. The unit stays whole too while it takes at most half the room
+// left; the title gives way first.
+QString AxisPainter::fittedCaption(const PlotAxis& axis, double room) const
+{
+    const QFontMetricsF metrics(m_painter.font());
+    const QString factor = factorText(axis);
+    const double headRoom = room - (factor.isEmpty() ? 0.0 : metrics.horizontalAdvance(QLatin1Char(' ') + factor));
+    const QString head = titleAndUnit(axis);
+    if (metrics.horizontalAdvance(head) <= headRoom)
+        return joined(head, factor);
+    const QString unit = unitText(axis);
+    const double unitWidth = unit.isEmpty() ? 0.0 : metrics.horizontalAdvance(QLatin1Char(' ') + unit);
+    if (unit.isEmpty() || unitWidth > headRoom / 2)
+        return joined(elided(m_painter, head, headRoom), factor);
+    const QString title = elided(m_painter, axis.axis->title.get().trimmed(), headRoom - unitWidth);
+    return joined(joined(title, unit), factor);
 }
 
 void AxisPainter::paintGrid(const PlotAxis& axis)
@@ -157,7 +209,7 @@ void AxisPainter::paintCaption(const PlotAxis& axis)
     const QString offset = elided(m_painter, axis.offsetText, box.width() / 3);
     const double offsetWidth = offset.isEmpty() ? 0.0 : QFontMetricsF(m_painter.font()).horizontalAdvance(offset);
     const double captionRoom = box.width() - 2 * (offsetWidth + (offset.isEmpty() ? 0.0 : captionGap));
-    paintText(box, Qt::AlignCenter, elided(m_painter, caption(axis), captionRoom), axis);
+    paintText(box, Qt::AlignCenter, fittedCaption(axis, captionRoom), axis);
     paintText(box, Qt::AlignRight | Qt::AlignVCenter, offset, axis);
     m_painter.restore();
 }

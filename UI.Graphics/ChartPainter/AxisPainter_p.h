@@ -2,7 +2,8 @@
 // Draws an axis from its pipeline result: the axis line along its plot edge,
 // a tick and a label at each of the scale's tick positions, grid lines for the
 // first axis of each direction, and the caption: the axis title, its unit
-// label in brackets, and the scale's factor where it is not 1. A time axis's
+// label in brackets, and the scale's factor where it is not 1. A caption too
+// long for its row loses the end of its title, never the factor. A time axis's
 // offset text ("2012-03") goes at the far end of the caption row.
 
 #include "ChartLayout.h"
@@ -19,10 +20,20 @@ public:
     void paintGrid(const PlotAxis& axis);
     void paintAxis(const PlotAxis& axis);
 
-    // "title [unit] (x factor)", leaving out what is empty or 1.
+    // "title [unit] (x factor)", leaving out what is empty or 1; a factor
+    // that is a power of ten reads "10" with a superscript exponent.
     static QString caption(const PlotAxis& axis);
+    // The caption in `room` pixels of the painter's font: where it is too
+    // long the title is elided, never the factor, and the unit only when it
+    // would take more than half of what the factor leaves.
+    QString fittedCaption(const PlotAxis& axis, double room) const;
 
 private:
+    static QString titleAndUnit(const PlotAxis& axis);
+    static QString unitText(const PlotAxis& axis);
+    static QString factorText(const PlotAxis& axis);
+    // The two parts with a space between, or the one that is not empty.
+    static QString joined(const QString& head, const QString& tail);
     // Tick marks of `length` pixels, with the labels that are drawn.
     void paintTicks(const PlotAxis& axis, const std::vector<Tick>& ticks, double length);
     void paintTickLabel(const PlotAxis& axis, const Tick& tick);

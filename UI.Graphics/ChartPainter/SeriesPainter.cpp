@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Orv::Chart {
 
@@ -109,21 +110,49 @@ std::vector<SeriesPainter::Run> SeriesPainter::runs() const
     return result;
 }
 
+SeriesPainter::Span SeriesPainter::definedSpan() const
+{
+    Span span;
+    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
+        const double x = m_cache.x()[k];
+        const double y = m_cache.y()[k];
+        if (std::isnan(x) || std::isnan(y))
+            continue;
+        span.lowX = std::min(span.lowX, x);
+        span.highX = std::max(span.highX, x);
+        span.lowY = std::min(span.lowY, y);
+        span.highY = std::max(span.highY, y);
+    }
+    return span;
+}
+
+// A point without y is marked only between the defined points' first and last x, where it
+// breaks the series; before or after them the series has merely not started or already
+// ended. Points without x likewise between the lowest and the highest defined y.
 std::vector<QPointF> SeriesPainter::undefinedMarks() const
 {
     const Orv::Math::BoundingBox& box = m_cache.bounds();
+    const Span span = definedSpan();
     std::vector<QPointF> marks;
+    const auto markX = [&](double x) {
+        if (x >= span.lowX && x <= span.highX)
+            marks.push_back(pixel(x, box.min().y()));
+    };
+    const auto markY = [&](double y) {
+        if (y >= span.lowY && y <= span.highY)
+            marks.push_back(pixel(box.min().x(), y));
+    };
     for (const double x : m_cache.yUndef())
-        marks.push_back(pixel(x, box.min().y()));
+        markX(x);
     for (const double y : m_cache.xUndef())
-        marks.push_back(pixel(box.min().x(), y));
+        markY(y);
     for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
         const double x = m_cache.x()[k];
         const double y = m_cache.y()[k];
         if (std::isnan(y) && !std::isnan(x))
-            marks.push_back(pixel(x, box.min().y()));
+            markX(x);
         else if (std::isnan(x) && !std::isnan(y))
-            marks.push_back(pixel(box.min().x(), y));
+            markY(y);
     }
     return marks;
 }

@@ -12,7 +12,10 @@
 // Undefined points are drawn where the cache puts them, as a cross: a point
 // without y at its x and the lowest y of the series, a point without x at its
 // y and the lowest x. NaN values, which the cache keeps as ordinary values,
-// are marked the same way. Lines break at points without y and at NaN points,
+// are marked the same way. Only gaps inside the series are marked: a point
+// without y before the first or after the last defined point in x (a column
+// that starts late or ends early) is not, nor a point without x outside the
+// defined points' y extent. Lines break at points without y and at NaN points,
 // never running through them. Bars, sticks and filled areas start at the base
 // line of the variable's y axis, which is drawn across the plot.
 
@@ -25,6 +28,7 @@
 #include <QPointF>
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace Orv::Chart {
@@ -46,6 +50,14 @@ private:
     double categoryOffset() const;
     double baseLinePixelY() const;
     std::vector<Run> runs() const;
+    // The extent of the points with both components defined; empty (low above high) without any.
+    struct Span {
+        double lowX = std::numeric_limits<double>::infinity();
+        double highX = -std::numeric_limits<double>::infinity();
+        double lowY = std::numeric_limits<double>::infinity();
+        double highY = -std::numeric_limits<double>::infinity();
+    };
+    Span definedSpan() const;
     std::vector<QPointF> undefinedMarks() const;
 
     void paintFill(const std::vector<Run>& runs);

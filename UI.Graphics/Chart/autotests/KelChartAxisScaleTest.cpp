@@ -175,6 +175,34 @@ TEST_P(KelChartAxisScaleContinuousTest, TicksCoverTheDataWithItsMarginOrTheFixed
     }
 }
 
+// The same ranges shown tight: not rounded, with the nice ticks inside them placed along the range. A fixed
+// range, as a zoomed view sets it, is shown exactly.
+TEST_P(KelChartAxisScaleContinuousTest, TightRangeIsTheChosenRangeWithTheTicksInside)
+{
+    const ContinuousCase& c = GetParam();
+    KelChartAxisContinuous& axis = fixed(continuousAxis(), c.fixedMin, c.fixedMax);
+    const bool inverted = c.fixedMin != c.fixedMax;
+    axis.inverted.set(inverted);
+    axis.tightRange.set(true);
+    for (const auto& [on, lo, hi] : c.series)
+        addOn(axis, on, lo, hi);
+    KelChartAxisScale scale = scaleOf(axis, true);
+    const NiceIntervals expected(c.lo, c.hi, int(tickCount), false, true, format);
+    ASSERT_GT(expected.size(), 1);
+    EXPECT_TRUE(scale.valid());
+    // The case's bounds are the margins' decimal results; the scale's are computed.
+    EXPECT_DOUBLE_EQ(scale.min(), c.lo);
+    EXPECT_DOUBLE_EQ(scale.max(), c.hi);
+    EXPECT_EQ(scale.factor(), expected.factor);
+    ASSERT_EQ(scale.size(), unsigned(expected.size()));
+    for (int i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(scale.value(i), expected.value(i));
+        EXPECT_EQ(scale.label(i).toStdString(), expected.label(i));
+        const double along = (expected.value(i) - scale.min()) / (scale.max() - scale.min());
+        EXPECT_DOUBLE_EQ(scale.percentage(i), inverted ? 1 - along : along);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Margins, KelChartAxisScaleContinuousTest, ::testing::Values(
     ContinuousCase{{{'x', 0, 100}}, -2, 102},                  // 2% on x
     ContinuousCase{{{'y', 0, 100}}, -5, 105},                  // 1/20 on y
@@ -313,6 +341,32 @@ TEST_F(KelChartAxisScaleLogarithmicTest, FixedRangeIsGivenInRealValues)
     const KelChartAxisScale fromData = scaleOf(axis, true);
     EXPECT_LT(fromData.max(), 1.0);
     EXPECT_EQ(errors().size(), 1u);
+}
+
+// A tight logarithmic range keeps its exponents: the data's with the 2% margin, or the fixed range's, and
+// only the ticks inside. A coarse stride that would skip the one power of ten inside gives way.
+TEST_F(KelChartAxisScaleLogarithmicTest, TightRangeKeepsItsDecadesAndTheTicksInside)
+{
+    KelChartAxisContinuous& axis = logAxis();
+    axis.tightRange.set(true);
+    addLogOn(axis, {0.002f, 0.3f, 1500.0f});
+    KelChartAxisScale scale = scaleOf(axis);
+    scale.update(7, format);
+    const double lo = std::log10(0.002), hi = std::log10(1500.0), margin = 0.02 * (hi - lo);
+    EXPECT_NEAR(scale.min(), lo - margin, 1e-6);
+    EXPECT_NEAR(scale.max(), hi + margin, 1e-6);
+    EXPECT_EQ(labels(scale), (std::vector<std::string>{"0.01", "0.1", "1", "10", "100", "1000"}));
+    EXPECT_DOUBLE_EQ(scale.percentage(2), -scale.min() / (scale.max() - scale.min()));
+    ASSERT_GT(scale.minorTickCount(), 0u);
+    EXPECT_EQ(scale.minorTick(0).label, "0.002");
+    for (unsigned int i = 0; i < scale.minorTickCount(); ++i)
+        EXPECT_TRUE(scale.minorTick(i).percentage >= 0 && scale.minorTick(i).percentage <= 1) << i;
+
+    fixed(axis, 3, 50);
+    scale = scaleOf(axis);
+    scale.update(1, format);
+    EXPECT_EQ(std::make_pair(scale.min(), scale.max()), std::make_pair(std::log10(3.0), std::log10(50.0)));
+    EXPECT_EQ(labels(scale), std::vector<std::string>{"10"});
 }
 
 TEST_F(KelChartAxisScaleLogarithmicTest, NoPositiveValueLeavesTheAxisAtOneToTen)

@@ -95,6 +95,26 @@ TEST_F(KelChartAxisTimeTest, AutomaticRangeIsTheDataWithItsMargin)
     EXPECT_EQ(scale.offsetText(), "2012-03");
 }
 
+// Calendar ticks already lie inside the range, so a tight range changes nothing there; the numeric ticks
+// of a unit that is no timestamp keep the data's range rather than rounding it out.
+TEST_F(KelChartAxisTimeTest, TightRangeTightensOnlyTheNumericFallback)
+{
+    addSeries({0, float(10 * day)}, sinceMarch14);
+    const KelChartAxisScale loose = updatedScale();
+    time.tightRange.set(true);
+    const KelChartAxisScale tight = updatedScale();
+    EXPECT_EQ(std::make_pair(tight.min(), tight.max()), std::make_pair(loose.min(), loose.max()));
+    ASSERT_EQ(tight.size(), loose.size());
+    for (unsigned i = 0; i < loose.size(); ++i)
+        EXPECT_EQ(tight.percentage(i), loose.percentage(i));
+
+    removeVariables();
+    addSeries({0, 100}, "degC");
+    const KelChartAxisScale numbers = updatedScale();
+    EXPECT_EQ(std::make_pair(numbers.min(), numbers.max()), std::make_pair(-2.0, 102.0));
+    EXPECT_EQ(numbers.label(0), "0");
+}
+
 // One origin for the axis: the first variable's unit; later ones are converted into it.
 TEST_F(KelChartAxisTimeTest, VariablesAgreeOneTimestampUnit)
 {
