@@ -71,13 +71,13 @@ bool ungroup(std::string_view digits, std::string& plain)
     const std::string_view whole = digits.substr(0, point);
     std::size_t run = 0;
     bool grouped = false;
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-        if (whole[i] == ',') {
+    for (const char c : whole) {
+        if (c == ',') {
             if (run == 0 || (grouped && run != 3) || run > 3)
                 return false;
             grouped = true;
             run = 0;
-        } else if (isDigit(whole[i])) {
+        } else if (isDigit(c)) {
             ++run;
         } else {
             return false;

@@ -79,11 +79,10 @@ void TypedColumn::decide(std::string_view cell, const DateReaders& readers)
     const QString text = textOf(cell);
     float value = 0.0f;
     unsigned marks = 0;
-    if (readers.formatGiven && readers.monthFirst.parse(text))
-        kind = Kind::Time;
-    else if (parseCellNumber(cell, value, marks))
+    const bool formatMatches = readers.formatGiven && readers.monthFirst.parse(text);
+    if (!formatMatches && parseCellNumber(cell, value, marks))
         kind = Kind::Numeric;
-    else if (readers.monthFirst.parse(text) || readers.dayFirst.parse(text))
+    else if (formatMatches || readers.monthFirst.parse(text) || readers.dayFirst.parse(text))
         kind = Kind::Time;
     else
         kind = Kind::Text;

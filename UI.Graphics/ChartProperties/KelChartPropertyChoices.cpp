@@ -74,7 +74,7 @@ QString KelChartPropertyChoices::check(const KelProperties& node, const QString&
 {
     const Vocabulary* vocabulary = vocabularyOf(node, name);
     if (!vocabulary)
-        return QString();
+        return {};
     QStringList entries;
     if (!vocabulary->list)
         entries.append(text);
@@ -85,5 +85,5 @@ QString KelChartPropertyChoices::check(const KelProperties& node, const QString&
             return QStringLiteral("\"%1\" is not a %2 for \"%3\"; expected one of: %4")
                 .arg(entry, QLatin1String(vocabulary->what), name, vocabulary->offered->join(QStringLiteral(", ")));
     }
-    return QString();
+    return {};
 }

@@ -194,7 +194,7 @@ QString KelChartPropertyModel::lastError() const
 QModelIndex KelChartPropertyModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!hasIndex(row, column, parent))
-        return QModelIndex();
+        return {};
     return createIndex(row, column, rowOrTop(parent)->rows[static_cast<unsigned>(row)].get());
 }
 
@@ -202,7 +202,7 @@ QModelIndex KelChartPropertyModel::parent(const QModelIndex& child) const
 {
     const Row* row = rowOf(child);
     if (!row || row->parent == m_top.get())
-        return QModelIndex();
+        return {};
     return indexOf(*row->parent, NameColumn);
 }
 
@@ -223,7 +223,7 @@ QVariant KelChartPropertyModel::data(const QModelIndex& index, int role) const
 {
     const Row* row = rowOf(index);
     if (!row)
-        return QVariant();
+        return {};
     switch (role) {
     case KindRole:
         return static_cast<int>(row->kind());
@@ -249,7 +249,7 @@ QVariant KelChartPropertyModel::data(const QModelIndex& index, int role) const
 QVariant KelChartPropertyModel::valueData(const Row& row, int role) const
 {
     if (!row.hasValue)
-        return QVariant();
+        return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole)
         return row.value;
     const Kind kind = row.kind();
@@ -260,7 +260,7 @@ QVariant KelChartPropertyModel::valueData(const Row& row, int role) const
         row.holder->string().getValue(row.name, colour, QColor());
         return colour;
     }
-    return QVariant();
+    return {};
 }
 
 bool KelChartPropertyModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -296,7 +296,7 @@ Qt::ItemFlags KelChartPropertyModel::flags(const QModelIndex& index) const
 QVariant KelChartPropertyModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case NameColumn:
         return tr("Name");
@@ -305,7 +305,7 @@ QVariant KelChartPropertyModel::headerData(int section, Qt::Orientation orientat
     case UnitColumn:
         return tr("Unit");
     default:
-        return QVariant();
+        return {};
     }
 }
 

@@ -59,8 +59,9 @@ void ViewWindow::buildEditor()
 void ViewWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Save as..."), this, [this] { saveAs(); }, QKeySequence::Save);
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    // The shortcut is set on its own: Qt 5 and Qt 6 order addAction's arguments differently.
+    file->addAction(tr("&Save as..."), this, [this] { saveAs(); })->setShortcut(QKeySequence::Save);
+    file->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(m_dock->toggleViewAction());
 }
