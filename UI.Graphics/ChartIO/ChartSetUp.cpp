@@ -8,6 +8,7 @@
 
 #include <QColor>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
@@ -66,9 +67,29 @@ bool sameDimension(const QString& a, const QString& b)
     return converter.convertible(a, b);
 }
 
+// The largest magnitude of a column's defined values; 0 when it has none.
+double magnitudeOf(const DataColumn& column)
+{
+    double largest = 0.0;
+    for (std::size_t i = 0; i < column.size(); ++i)
+        if (!column.undefined[i] && std::isfinite(column.values[i]))
+            largest = std::max(largest, std::abs(static_cast<double>(column.values[i])));
+    return largest;
+}
+
+// Whether two magnitudes are so far apart that the smaller would lie flat on a shared axis.
+bool farApart(double a, double b)
+{
+    constexpr double ratio = 50.0;
+    return a > 0.0 && b > 0.0 && (a > ratio * b || b > ratio * a);
+}
+
 // Chooses the y axis of each series by its unit, opening the right axis for a
-// second dimension. Bars keep the range rounded out to ticks, often down to
-// zero: a tight one would leave the lowest bar a sliver above the axis.
+// second dimension, or, while it is free, for values of the left axis's
+// dimension that are too large or too small to share its scale (a volume of
+// millions beside prices of a hundred). Bars keep the range rounded out to
+// ticks, often down to zero: a tight one would leave the lowest bar a sliver
+// above the axis.
 class YAxes {
 public:
     YAxes(KelChartAxisPair& pair, SeriesShape shape)
@@ -77,23 +98,42 @@ public:
     {
     }
 
-    KelChartAxis& axisFor(const QString& unit)
+    KelChartAxis& axisFor(const DataColumn& column)
     {
+        const QString& unit = column.unit;
+        const double magnitude = magnitudeOf(column);
         if (!m_left)
-            return open(m_left, m_leftUnit, unit, QStringLiteral("left"));
-        if (sameDimension(unit, m_leftUnit) || (m_right && !sameDimension(unit, m_rightUnit)))
+            return open(m_left, m_leftSide, column, QStringLiteral("left"));
+        if (m_right && sameDimension(unit, m_rightSide.unit) && !farApart(magnitude, m_rightSide.magnitude)
+            && farApart(magnitude, m_leftSide.magnitude))
+            return take(*m_right, m_rightSide, magnitude);
+        if (sameDimension(unit, m_leftSide.unit) && (m_right || !farApart(magnitude, m_leftSide.magnitude)))
+            return take(*m_left, m_leftSide, magnitude);
+        if (m_right && !sameDimension(unit, m_rightSide.unit))
             return *m_left;
-        return m_right ? *m_right : open(m_right, m_rightUnit, unit, QStringLiteral("right"));
+        return m_right ? take(*m_right, m_rightSide, magnitude)
+                       : open(m_right, m_rightSide, column, QStringLiteral("right"));
     }
 
 private:
-    KelChartAxis& open(KelChartAxis*& axis, QString& axisUnit, const QString& unit, const QString& side)
+    struct Side {
+        QString unit;
+        double magnitude = 0.0;
+    };
+
+    static KelChartAxis& take(KelChartAxis& axis, Side& side, double magnitude)
     {
-        axis = m_left ? &m_pair.createSecond(side, KelChartAxisContinuous::typeString)
-                      : &m_pair.createFirst(side, KelChartAxisContinuous::typeString);
+        side.magnitude = std::max(side.magnitude, magnitude);
+        return axis;
+    }
+
+    KelChartAxis& open(KelChartAxis*& axis, Side& side, const DataColumn& column, const QString& name)
+    {
+        axis = m_left ? &m_pair.createSecond(name, KelChartAxisContinuous::typeString)
+                      : &m_pair.createFirst(name, KelChartAxisContinuous::typeString);
         if (m_tight)
             showTightRange(*axis);
-        axisUnit = unit;
+        side = {column.unit, magnitudeOf(column)};
         return *axis;
     }
 
@@ -101,8 +141,8 @@ private:
     bool m_tight;
     KelChartAxis* m_left = nullptr;
     KelChartAxis* m_right = nullptr;
-    QString m_leftUnit;
-    QString m_rightUnit;
+    Side m_leftSide;
+    Side m_rightSide;
 };
 
 void setBars(KelChartVariableStyle& style, const QColor& colour, std::size_t index, std::size_t count)
@@ -163,7 +203,7 @@ void setUpChartForData(KelChart2D& chart, const DataSet& data, const QString& ti
     YAxes yAxes(chart.axisY, data.shape);
     for (std::size_t i = 0; i < data.series.size(); ++i) {
         const DataColumn& column = data.series[i].y;
-        KelChartAxis& y = yAxes.axisFor(column.unit);
+        KelChartAxis& y = yAxes.axisFor(column);
         appendTitle(y, data.series[i].valueName.isEmpty() ? column.name : data.series[i].valueName);
         KelChartVariable& variable = chart.variables.child(column.name, KelChartVariable::typeString);
         variable.title.set(column.name);

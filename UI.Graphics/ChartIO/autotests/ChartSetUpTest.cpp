@@ -103,3 +103,18 @@ TEST(ChartSetUpTitles, GroupsOfOneColumnNameTheAxisOnce)
     ASSERT_NE(chart.axisY.first(), nullptr);
     EXPECT_EQ(chart.axisY.first()->title.get(), QStringLiteral("price"));
 }
+
+// Values a hundred times larger than the left axis's would flatten it: they open the right axis while it is free.
+TEST(ChartSetUpAxes, FarApartMagnitudesGetTheirOwnAxis)
+{
+    DataSet data = dataSet('t', 4);
+    const float magnitudes[] = {100.0f, 104.0f, 3.0e6f, 98.0f};
+    for (std::size_t i = 0; i < data.series.size(); ++i)
+        data.series[i].y.append(magnitudes[i], false);
+    KelModifiedGroup group;
+    KelChart2D chart(group);
+    Orv::Chart::setUpChartForData(chart, data, QStringLiteral("prices and volume"));
+    ASSERT_NE(chart.axisY.second(), nullptr);
+    EXPECT_EQ(chart.axisY.first()->title.get(), QStringLiteral("series 0, series 1, series 3"));
+    EXPECT_EQ(chart.axisY.second()->title.get(), QStringLiteral("series 2"));
+}
