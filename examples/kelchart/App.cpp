@@ -72,6 +72,13 @@ void assignAll(KelProperties& root, const QStringList& assignments)
     }
 }
 
+// What the import guessed that dropped or changed data, in the report as well as on stderr.
+void reportNotes(const QStringList& notes, QTextStream& out)
+{
+    for (const QString& note : notes)
+        out << "note: " << note << '\n';
+}
+
 void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QTextStream& out)
 {
     const Plot pipeline(chart, pairs, {options.size, options.tickCount, {}});
@@ -99,6 +106,8 @@ void run(const Options& options, QTextStream& out, QTextStream& err)
     DataSet data = readData(options);
     for (const QString& note : data.notes)
         err << "kelchart: note: " << note << '\n';
+    if (options.fullReport)
+        reportNotes(data.notes, out);
     const std::unique_ptr<KelProperties> root = makeChart(options, data, group);
     // Before binding, so that an axis's time zone places the data's times; after
     // it, so that what the user set wins over what the data set (category labels).

@@ -240,6 +240,23 @@ TEST_F(KelchartTest, LongFormatCsvDrawsOneVariablePerGroup)
                                                "  cache: 2 items, 2 points, 0 without y, 0 without x\n"
                                                "  bounds: (0, 1) .. (86400, 2)")));
     EXPECT_TRUE(report.contains(QStringLiteral("variable \"Rome\"")));
+    EXPECT_TRUE(report.startsWith(QStringLiteral("note: column \"sky\" holds text; skipped\n")));
+}
+
+// The options that override the import's guesses reach it; a bad value is a usage fault.
+TEST_F(KelchartTest, ImportOptionsOverrideTheGuesses)
+{
+    writeText(path(QStringLiteral("sales.csv")), "# made up\nregion,sales\nNorth,1\nSouth,2\nNorth,3\n");
+    const KelchartRun sums = run({QStringLiteral("sales.csv"), QStringLiteral("--no-images"), QStringLiteral("--aggregate"),
+                                  QStringLiteral("sum"), QStringLiteral("--separator"), QStringLiteral(",")});
+    EXPECT_EQ(sums.exitCode, 0) << sums.err.toStdString();
+    EXPECT_TRUE(sums.err.contains("skipped 1 comment line(s) above the table"));
+    EXPECT_TRUE(sums.err.contains("each bar shows the sum of its category's rows"));
+    // North 1 + 3, South 2: the sums span 2 to 4.
+    EXPECT_TRUE(sums.out.contains("variable sales: 1.8 .. 4.2")) << sums.out.toStdString();
+    const KelchartRun bad = run({QStringLiteral("sales.csv"), QStringLiteral("--aggregate"), QStringLiteral("median")});
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(bad.err.contains("--aggregate median: expected mean, sum or none")) << bad.err.toStdString();
 }
 
 TEST_F(KelchartTest, UnorderedRepeatingXIsSavedAsPoints)
