@@ -125,7 +125,64 @@ bool parseDecorated(std::string_view cell, float& value, unsigned& marks)
     return true;
 }
 
+// "1.234.567,5" as "1234567.5": points must group digits by three before the comma.
+bool swapMarks(std::string_view cell, std::string& plain)
+{
+    const std::size_t comma = std::min(cell.find(','), cell.size());
+    std::size_t run = 0;
+    bool grouped = false;
+    for (std::size_t i = 0; i < comma; ++i) {
+        if (cell[i] == '.') {
+            if (run == 0 || run > 3 || (grouped && run != 3))
+                return false;
+            grouped = true;
+            run = 0;
+            continue;
+        }
+        run = isDigit(cell[i]) ? run + 1 : run;
+        plain += cell[i];
+    }
+    if (grouped && run != 3)
+        return false;
+    if (comma < cell.size())
+        plain.append(".").append(cell.substr(comma + 1));
+    return cell.find(',', comma + 1) == std::string_view::npos;
+}
+
+// Digits, then the mark, then digits, with an optional sign in front.
+bool isDecimal(std::string_view cell, char mark)
+{
+    if (!cell.empty() && (cell.front() == '-' || cell.front() == '+'))
+        cell.remove_prefix(1);
+    const std::size_t at = cell.find(mark);
+    if (at == 0 || at == std::string_view::npos || at + 1 == cell.size())
+        return false;
+    for (std::size_t i = 0; i < cell.size(); ++i)
+        if (i != at && !isDigit(cell[i]))
+            return false;
+    return true;
+}
+
 } // namespace
+
+bool hasDecimalComma(std::string_view cell)
+{
+    return isDecimal(cell, ',');
+}
+
+bool hasDecimalPoint(std::string_view cell)
+{
+    return isDecimal(cell, '.');
+}
+
+bool parseCellNumber(std::string_view cell, float& value, unsigned& marks, bool decimalComma)
+{
+    if (!decimalComma)
+        return parseCellNumber(cell, value, marks);
+    std::string plain;
+    plain.reserve(cell.size());
+    return swapMarks(cell, plain) && parseCellNumber(plain, value, marks);
+}
 
 std::string_view trimmedCell(std::string_view cell)
 {

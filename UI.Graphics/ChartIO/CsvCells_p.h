@@ -24,5 +24,11 @@ bool isMissingCell(std::string_view cell);
 // currency sign, a trailing percent sign); `marks` gains what decorated it.
 // "12.5%" reads as 12.5: the column's unit says percent.
 bool parseCellNumber(std::string_view cell, float& value, unsigned& marks);
+// The same where a comma is the decimal mark and points group digits ("1.234,5"), as European exports write.
+bool parseCellNumber(std::string_view cell, float& value, unsigned& marks, bool decimalComma);
+
+// Whether a cell is a number written with a decimal comma ("-3,25"), or with a decimal point ("3.25").
+bool hasDecimalComma(std::string_view cell);
+bool hasDecimalPoint(std::string_view cell);
 
 } // namespace Orv::Chart

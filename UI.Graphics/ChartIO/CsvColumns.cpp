@@ -22,7 +22,7 @@ QString textOf(std::string_view cell)
 
 // The reading of a date in the order a column has shown so far; slash dates that read only day first
 // count as such even in a month-first column, which finish() then settles.
-std::optional<ParsedTime> readTime(const QString& text, const DateReaders& readers, bool dayFirst)
+std::optional<ParsedTime> readTime(const QString& text, const CellReaders& readers, bool dayFirst)
 {
     return (dayFirst ? readers.dayFirst : readers.monthFirst).parse(text);
 }
@@ -51,7 +51,7 @@ void TextCodes::clear()
     m_texts = {};
 }
 
-void TypedColumn::take(std::string_view cell, qint64 line, const DateReaders& readers)
+void TypedColumn::take(std::string_view cell, qint64 line, const CellReaders& readers)
 {
     if (isMissingCell(cell)) {
         appendMissing();
@@ -64,7 +64,7 @@ void TypedColumn::take(std::string_view cell, qint64 line, const DateReaders& re
     ++m_present;
     switch (kind) {
     case Kind::Numeric:
-        return takeNumber(cell);
+        return takeNumber(cell, readers);
     case Kind::Time:
         return takeTime(cell, line, readers);
     case Kind::Text:
@@ -74,13 +74,13 @@ void TypedColumn::take(std::string_view cell, qint64 line, const DateReaders& re
 }
 
 // The first value decides the kind; the rows above it had none.
-void TypedColumn::decide(std::string_view cell, const DateReaders& readers)
+void TypedColumn::decide(std::string_view cell, const CellReaders& readers)
 {
     const QString text = textOf(cell);
     float value = 0.0f;
     unsigned marks = 0;
     const bool formatMatches = readers.formatGiven && readers.monthFirst.parse(text);
-    if (!formatMatches && parseCellNumber(cell, value, marks))
+    if (!formatMatches && parseCellNumber(cell, value, marks, readers.decimalComma))
         kind = Kind::Numeric;
     else if (formatMatches || readers.monthFirst.parse(text) || readers.dayFirst.parse(text))
         kind = Kind::Time;
@@ -104,10 +104,10 @@ void TypedColumn::appendMissing()
         codes.push_back(TextCodes::missing);
 }
 
-void TypedColumn::takeNumber(std::string_view cell)
+void TypedColumn::takeNumber(std::string_view cell, const CellReaders& readers)
 {
     float value = notANumber;
-    if (parseCellNumber(cell, value, numberMarks)) {
+    if (parseCellNumber(cell, value, numberMarks, readers.decimalComma)) {
         data.append(value, false);
         return;
     }
@@ -115,7 +115,7 @@ void TypedColumn::takeNumber(std::string_view cell)
     takeText(cell);
 }
 
-void TypedColumn::takeTime(std::string_view cell, qint64 line, const DateReaders& readers)
+void TypedColumn::takeTime(std::string_view cell, qint64 line, const CellReaders& readers)
 {
     const QString text = textOf(cell);
     const TimeText::SlashReading reading = TimeText::slashReading(text);
@@ -232,7 +232,7 @@ CsvColumns::CsvColumns(const QString& path, const CsvOptions& options, const Csv
     , m_options(options)
     , m_dialect(dialect)
     , m_readers{TimeText(options.timeFormat, DateOrder::MonthFirst), TimeText(options.timeFormat, DateOrder::DayFirst),
-                !options.timeFormat.isEmpty(), options.dateOrder}
+                !options.timeFormat.isEmpty(), options.dateOrder, dialect.decimalComma}
 {
 }
 
@@ -362,6 +362,8 @@ DataSet CsvColumns::finish(qint64 lastLine)
         Orv::Chart::fail(QStringLiteral("%1: empty file, expected a header row").arg(m_path));
     if (m_rowCount == 0)
         fail(lastLine, QStringLiteral("no data rows after the header"));
+    if (m_dialect.decimalComma && !m_options.decimalComma)
+        m_notes.prepend(QStringLiteral("numbers are read with a decimal comma (\"3,5\" is 3.5)"));
     if (m_dialect.commentLines > 0)
         m_notes.prepend(QStringLiteral("skipped %1 comment line(s) above the table").arg(m_dialect.commentLines));
     for (TypedColumn& column : m_columns)

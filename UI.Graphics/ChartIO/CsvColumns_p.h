@@ -34,13 +34,15 @@ private:
     std::vector<std::string> m_texts;
 };
 
-// The two readings of slash dates a column may need until its order shows.
-struct DateReaders {
+// How cells are read: the two readings of slash dates a column may need until
+// its order shows, and the decimal mark of numbers.
+struct CellReaders {
     TimeText monthFirst;
     TimeText dayFirst;
     // A user's format: tried before numbers, since it may match digits only.
     bool formatGiven = false;
     std::optional<DateOrder> order;
+    bool decimalComma = false;
 };
 
 // One column of the table. Every kind keeps one entry per row in `data`
@@ -52,7 +54,7 @@ public:
     // More distinct texts than this are not kept: such a column can be neither categories nor groups.
     static constexpr std::size_t mostTexts = 100000;
 
-    void take(std::string_view cell, qint64 line, const DateReaders& readers);
+    void take(std::string_view cell, qint64 line, const CellReaders& readers);
     // Settles the order of slash dates; the notes say what was guessed or lost.
     void finish(QStringList& notes);
     // Whether some text comes twice, among at most `most` distinct ones.
@@ -71,11 +73,11 @@ public:
     qint64 firstLine = 0; // where the first value stands
 
 private:
-    void decide(std::string_view cell, const DateReaders& readers);
+    void decide(std::string_view cell, const CellReaders& readers);
     void finishNumbers(const QString& name, QStringList& notes);
     void appendMissing();
-    void takeNumber(std::string_view cell);
-    void takeTime(std::string_view cell, qint64 line, const DateReaders& readers);
+    void takeNumber(std::string_view cell, const CellReaders& readers);
+    void takeTime(std::string_view cell, qint64 line, const CellReaders& readers);
     void takeText(std::string_view cell);
 
     std::size_t m_present = 0;
@@ -108,7 +110,7 @@ private:
     QString m_path;
     CsvOptions m_options;
     CsvDialect m_dialect;
-    DateReaders m_readers;
+    CellReaders m_readers;
     bool m_headerSeen = false;
     bool m_layoutSettled = false;
     qint64 m_headerLine = 0;

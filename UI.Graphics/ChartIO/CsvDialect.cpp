@@ -138,6 +138,23 @@ void takeSeparatorOption(CsvDialect& dialect, const QString& separator)
     }
 }
 
+// Decimal commas and no decimal points in the cells of the table; never with commas between fields.
+bool guessDecimalComma(const QList<QByteArray>& table, const CsvDialect& dialect)
+{
+    if (dialect.separator == ',' && !dialect.blankRuns)
+        return false;
+    bool comma = false;
+    for (const QByteArray& line : table) {
+        for (const std::string& field : fieldsOf(line, dialect.separator, dialect.blankRuns)) {
+            const std::string_view cell = trimmedCell(field);
+            if (hasDecimalPoint(cell))
+                return false;
+            comma = comma || hasDecimalComma(cell);
+        }
+    }
+    return comma;
+}
+
 // A first line of numbers and dates only is data, not names.
 bool looksLikeData(const QByteArray& line, const CsvDialect& dialect)
 {
@@ -146,7 +163,7 @@ bool looksLikeData(const QByteArray& line, const CsvDialect& dialect)
         const std::string_view cell = trimmedCell(field);
         float value = 0.0f;
         unsigned marks = 0;
-        if (!isMissingCell(cell) && !parseCellNumber(cell, value, marks)
+        if (!isMissingCell(cell) && !parseCellNumber(cell, value, marks, dialect.decimalComma)
             && !times.parse(QString::fromUtf8(cell.data(), static_cast<int>(cell.size()))))
             return false;
     }
@@ -173,6 +190,7 @@ CsvDialect guessDialect(const QByteArray& head, bool complete, const CsvOptions&
         guessSeparator(dialect, table);
     else
         takeSeparatorOption(dialect, options.separator);
+    dialect.decimalComma = options.decimalComma.value_or(guessDecimalComma(table, dialect));
     dialect.header = options.header.value_or(!looksLikeData(table.front(), dialect));
     return dialect;
 }

@@ -17,6 +17,8 @@ struct CsvDialect {
     // Lines starting with '#' above the first line of the table.
     int commentLines = 0;
     bool header = true;
+    // Numbers write "3,5" for 3.5: guessed where fields are not separated by commas.
+    bool decimalComma = false;
 };
 
 // The lines of `head` that the guess may use: `complete` says whether the

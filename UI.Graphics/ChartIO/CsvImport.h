@@ -20,6 +20,9 @@
 //   - Missing values: empty, NA, N/A, NaN, null, None, #N/A, -, --, ., ?.
 //   - Numbers may have grouped digits ("100,000"), a currency sign ("$5",
 //     "-€3.50") or a percent sign ("12%": the column's unit becomes "%").
+//     Where fields are not separated by commas and the first lines write
+//     decimal commas ("3,5") but no decimal points, a comma is the decimal
+//     mark and points group digits ("1.234,5").
 //   - Dates and times are those TimeText reads; slash dates are month first
 //     unless a first number above 12 shows that the column is day first.
 //   - A column is numbers, dates or text as its first value says; a number
@@ -67,6 +70,9 @@ enum class CsvAggregate { Mean, Sum, None };
 struct CsvOptions {
     // The field separator, one character ("\\t" for a tab), or " " for runs of blanks; empty: guessed.
     QString separator;
+    // Whether numbers write a decimal comma ("3,5"), points grouping digits ("1.234,5"); unset: guessed,
+    // never where commas separate fields.
+    std::optional<bool> decimalComma;
     // Whether the first line names the columns; unset: guessed.
     std::optional<bool> header;
     // How slash dates ("3/4/2020") are read; unset: month first unless the data show day first.

@@ -99,6 +99,7 @@ void parseDialect(const QCommandLineParser& parser, CsvOptions& csv)
     if (const std::optional<bool> dayFirst =
             parseSwitch(parser, QStringLiteral("day-first"), QStringLiteral("month-first")))
         csv.dateOrder = *dayFirst ? DateOrder::DayFirst : DateOrder::MonthFirst;
+    csv.decimalComma = parseSwitch(parser, QStringLiteral("decimal-comma"), QStringLiteral("decimal-point"));
     csv.aggregate = parseAggregate(parser);
     csv.rowNumberX = parser.isSet(QStringLiteral("x-row"));
     if (csv.rowNumberX && !csv.x.isEmpty())
@@ -152,6 +153,8 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("CHAR")},
         {QStringLiteral("header"), QStringLiteral("The first line names the columns.")},
         {QStringLiteral("no-header"), QStringLiteral("The first line is data; columns are \"column 1\", ...")},
+        {QStringLiteral("decimal-comma"), QStringLiteral("Numbers write 3,5 for 3.5 (and 1.234,5).")},
+        {QStringLiteral("decimal-point"), QStringLiteral("Numbers write 3.5 (and 1,234.5).")},
         {QStringLiteral("day-first"), QStringLiteral("Slash dates are day/month/year.")},
         {QStringLiteral("month-first"), QStringLiteral("Slash dates are month/day/year.")},
         {QStringLiteral("x"), QStringLiteral("The x column, by name; default the first date column, else the first "

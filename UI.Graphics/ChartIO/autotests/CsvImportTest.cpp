@@ -395,3 +395,24 @@ TEST_F(CsvReaderTest, UnreadableDatesAreNotedNotFatal)
     EXPECT_EQ(data.notes, QStringList{"column \"d\": 2 cell(s) are not dates and have no value (the first, \"soon\", "
                                       "on line 3)"});
 }
+
+// European exports: semicolons between fields, a decimal comma, points grouping digits. Never with comma fields.
+TEST_F(CsvReaderTest, DecimalCommasAreGuessedWhereCommasDoNotSeparate)
+{
+    const DataSet european = read("Datum;Wert [kWh];Preis\n01.02.2020;1,5;\"1.234,50\"\n02.02.2020;-2,25;12\n");
+    ASSERT_EQ(european.series.size(), 2u);
+    EXPECT_TRUE(european.timeX);
+    EXPECT_EQ(european.series[0].y.values, (std::vector<float>{1.5f, -2.25f}));
+    EXPECT_EQ(european.series[1].y.values, (std::vector<float>{1234.5f, 12.0f}));
+    EXPECT_TRUE(european.notes.join('\n').contains(QLatin1String("decimal comma")));
+
+    // A decimal point anywhere settles it the other way: "1,234" groups digits.
+    const DataSet points = read("a;b\n1;\"1,234\"\n2;3.5\n");
+    EXPECT_EQ(points.series[0].y.values, (std::vector<float>{1234.0f, 3.5f}));
+
+    Orv::Chart::CsvOptions options;
+    options.decimalComma = false;
+    const DataSet refused = CsvImport::read(write("a;b;c\n1;1,5;1\n2;2,5;2\n"), options).data;
+    ASSERT_EQ(refused.series.size(), 1u);
+    EXPECT_EQ(refused.series[0].y.name, QStringLiteral("c"));
+}
