@@ -130,8 +130,9 @@ DataSet CsvRoles::assign(qint64 headerLine)
     chooseYs();
     fallBackToRowNumber(headerLine);
     DataSet data;
-    const DataColumn x = xColumn(data);
+    DataColumn x = xColumn(data);
     const std::vector<std::vector<std::size_t>> groups = rowsOfGroups();
+    data.shape = shapeOf(data, groups);
     if (m_group < 0) {
         addSeries(data, x, allRows(), QString());
     } else {
@@ -139,7 +140,6 @@ DataSet CsvRoles::assign(qint64 headerLine)
         for (std::size_t code = 0; code < groups.size(); ++code)
             addSeries(data, x, groups[code], groupColumn.texts.text(static_cast<std::uint32_t>(code)));
     }
-    data.shape = shapeOf(data, groups);
     if (m_aggregated)
         m_notes << QStringLiteral("%1 repeats within a series: each bar shows the %2 of its category's rows")
                        .arg(quoted(x.name), m_options.aggregate == CsvAggregate::Sum ? QStringLiteral("sum")
@@ -268,7 +268,9 @@ void CsvRoles::chooseYs()
             fail(QStringLiteral("y column %1: that column is x").arg(quoted(name)), IoError::BadRequest);
         if (index == m_group)
             fail(QStringLiteral("y column %1: that column is the group").arg(quoted(name)), IoError::BadRequest);
-        m_ys.push_back(static_cast<std::size_t>(index));
+        // Each column once: a column named twice would make two series of one name.
+        if (std::find(m_ys.begin(), m_ys.end(), static_cast<std::size_t>(index)) == m_ys.end())
+            m_ys.push_back(static_cast<std::size_t>(index));
     }
     const bool chosen = !m_ys.empty();
     for (std::size_t i = 0; i < m_columns.size() && !chosen; ++i)
@@ -370,12 +372,13 @@ bool CsvRoles::xScattered(const std::vector<std::size_t>& rows) const
 }
 
 // The series of one group (all rows when `group` is empty): one per y column.
-void CsvRoles::addSeries(DataSet& data, const DataColumn& x, const std::vector<std::size_t>& rows,
+void CsvRoles::addSeries(DataSet& data, DataColumn& x, const std::vector<std::size_t>& rows,
                          const QString& group)
 {
     const bool aggregate = data.discreteX && m_options.aggregate != CsvAggregate::None && xRepeats(&rows);
     m_aggregated = m_aggregated || aggregate;
-    for (std::size_t index : m_ys) {
+    for (std::size_t k = 0; k < m_ys.size(); ++k) {
+        const std::size_t index = m_ys[k];
         const DataColumn& y = m_columns[index].data;
         const QString name = group.isEmpty()     ? y.name
                              : m_ys.size() == 1 ? group
@@ -385,12 +388,15 @@ void CsvRoles::addSeries(DataSet& data, const DataColumn& x, const std::vector<s
             data.series.back().valueName = group.isEmpty() ? QString() : y.name;
             continue;
         }
-        const bool whole = group.isEmpty();
-        data.series.push_back(DataSeries{whole ? x : pickColumn(x, rows, x.name),
-                                         whole ? DataColumn{name, y.unit, y.values, y.undefined}
-                                               : pickColumn(y, rows, name),
-                                         data.timeX && !whole ? rows : std::vector<std::size_t>{},
-                                         whole ? QString() : y.name});
+        if (group.isEmpty()) {
+            // The file's own columns move over; x is copied for all but the last series, which takes it.
+            DataColumn& column = m_columns[index].data;
+            DataColumn values{name, column.unit, std::move(column.values), std::move(column.undefined)};
+            data.series.push_back(DataSeries{k + 1 == m_ys.size() ? std::move(x) : x, std::move(values), {}});
+            continue;
+        }
+        data.series.push_back(DataSeries{pickColumn(x, rows, x.name), pickColumn(y, rows, name),
+                                         data.timeX ? rows : std::vector<std::size_t>{}, y.name});
     }
 }
 
@@ -429,7 +435,7 @@ SeriesShape CsvRoles::shapeOf(const DataSet& data, const std::vector<std::vector
 {
     if (m_options.shape)
         return *m_options.shape;
-    if (data.discreteX && (m_aggregated || m_options.aggregate != CsvAggregate::None))
+    if (data.discreteX && m_options.aggregate != CsvAggregate::None)
         return SeriesShape::Bars;
     const bool scattered =
         std::any_of(groups.begin(), groups.end(), [this](const auto& rows) { return xScattered(rows); });

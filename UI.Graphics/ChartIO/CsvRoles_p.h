@@ -32,7 +32,7 @@ private:
     bool xRepeats(const std::vector<std::size_t>* rows) const;
     bool xOrdered(const std::vector<std::size_t>& rows) const;
     bool xScattered(const std::vector<std::size_t>& rows) const;
-    void addSeries(DataSet& data, const DataColumn& x, const std::vector<std::size_t>& rows, const QString& group);
+    void addSeries(DataSet& data, DataColumn& x, const std::vector<std::size_t>& rows, const QString& group);
     DataSeries aggregated(const DataColumn& x, const DataColumn& y, const std::vector<std::size_t>& rows,
                           const QString& name) const;
     SeriesShape shapeOf(const DataSet& data, const std::vector<std::vector<std::size_t>>& groups) const;
