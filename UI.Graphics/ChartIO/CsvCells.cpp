@@ -197,7 +197,8 @@ bool isMissingCell(std::string_view cell)
 {
     if (cell.empty())
         return true;
-    if (cell.size() > 4)
+    // Numbers, by far the most cells, start with a digit; no marker does.
+    if (cell.size() > 4 || isDigit(cell.front()))
         return false;
     static constexpr std::array<std::string_view, 11> markers = {"na", "n/a", "nan", "null", "none", "#n/a",
                                                                  "#na", "-",  "--",  ".",    "?"};

@@ -34,23 +34,22 @@ bool isComment(const QByteArray& line)
     return line.trimmed().startsWith('#');
 }
 
-// Whole lines of the head; a quoted line break keeps its line in one piece.
+// The first whole lines of the head, enough for the guesses; a quoted line break keeps its line in one piece.
 QList<QByteArray> linesOf(const QByteArray& head, bool complete)
 {
+    constexpr int mostLines = 4 * sampleLines;
     QList<QByteArray> lines;
-    QByteArray line;
     bool quoted = false;
-    for (char c : head) {
-        quoted = quoted != (c == '"');
-        if (c == '\n' && !quoted) {
-            lines << line;
-            line.clear();
-        } else {
-            line += c;
+    int start = 0;
+    for (int i = 0; i < head.size() && lines.size() < mostLines; ++i) {
+        quoted = quoted != (head[i] == '"');
+        if (head[i] == '\n' && !quoted) {
+            lines << head.mid(start, i - start);
+            start = i + 1;
         }
     }
-    if (complete && !line.isEmpty())
-        lines << line;
+    if (complete && start < head.size() && lines.size() < mostLines)
+        lines << head.mid(start);
     return lines;
 }
 

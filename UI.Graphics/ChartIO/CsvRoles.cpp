@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 
@@ -351,6 +352,9 @@ bool CsvRoles::xRepeats(const std::vector<std::size_t>* rows) const
     if (m_x == rowNumber)
         return false;
     std::vector<double> keys = keysOf(column(m_x), rows, m_rows);
+    // Strictly ascending x, the common case, cannot repeat and needs no sorting.
+    if (std::adjacent_find(keys.begin(), keys.end(), std::greater_equal<>()) == keys.end())
+        return false;
     std::sort(keys.begin(), keys.end());
     return std::adjacent_find(keys.begin(), keys.end()) != keys.end();
 }
