@@ -381,8 +381,9 @@ void CsvRoles::addSeries(DataSet& data, DataColumn& x, const std::vector<std::si
 {
     const bool aggregate = data.discreteX && m_options.aggregate != CsvAggregate::None && xRepeats(&rows);
     m_aggregated = m_aggregated || aggregate;
-    for (std::size_t k = 0; k < m_ys.size(); ++k) {
-        const std::size_t index = m_ys[k];
+    if (group.isEmpty() && !aggregate)
+        return addWholeFile(data, std::move(x));
+    for (std::size_t index : m_ys) {
         const DataColumn& y = m_columns[index].data;
         const QString name = group.isEmpty()     ? y.name
                              : m_ys.size() == 1 ? group
@@ -392,16 +393,22 @@ void CsvRoles::addSeries(DataSet& data, DataColumn& x, const std::vector<std::si
             data.series.back().valueName = group.isEmpty() ? QString() : y.name;
             continue;
         }
-        if (group.isEmpty()) {
-            // The file's own columns move over; x is copied for all but the last series, which takes it.
-            DataColumn& column = m_columns[index].data;
-            DataColumn values{name, column.unit, std::move(column.values), std::move(column.undefined)};
-            data.series.push_back(DataSeries{k + 1 == m_ys.size() ? std::move(x) : x, std::move(values), {}});
-            continue;
-        }
         data.series.push_back(DataSeries{pickColumn(x, rows, x.name), pickColumn(y, rows, name),
                                          data.timeX ? rows : std::vector<std::size_t>{}, y.name});
     }
+}
+
+// The series of every row: the file's own columns move over; x is copied for all but the last series, which
+// takes it.
+void CsvRoles::addWholeFile(DataSet& data, DataColumn x)
+{
+    const auto valuesOf = [this](std::size_t index) {
+        DataColumn& column = m_columns[index].data;
+        return DataColumn{column.name, column.unit, std::move(column.values), std::move(column.undefined)};
+    };
+    for (std::size_t k = 0; k + 1 < m_ys.size(); ++k)
+        data.series.push_back(DataSeries{x, valuesOf(m_ys[k]), {}});
+    data.series.push_back(DataSeries{std::move(x), valuesOf(m_ys.back()), {}});
 }
 
 // One point per category, in order of first appearance: the mean (or sum) of the rows' defined values.

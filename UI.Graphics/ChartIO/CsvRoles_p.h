@@ -33,6 +33,7 @@ private:
     bool xOrdered(const std::vector<std::size_t>& rows) const;
     bool xScattered(const std::vector<std::size_t>& rows) const;
     void addSeries(DataSet& data, DataColumn& x, const std::vector<std::size_t>& rows, const QString& group);
+    void addWholeFile(DataSet& data, DataColumn x);
     DataSeries aggregated(const DataColumn& x, const DataColumn& y, const std::vector<std::size_t>& rows,
                           const QString& name) const;
     SeriesShape shapeOf(const DataSet& data, const std::vector<std::vector<std::size_t>>& groups) const;
