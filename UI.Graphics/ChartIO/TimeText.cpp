@@ -10,6 +10,7 @@
 #include <date/date.h>
 #pragma GCC diagnostic pop
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <locale>
@@ -460,10 +461,39 @@ bool isPlainNumber(QStringView cell)
     return ok;
 }
 
+// The locale's composite fields spelled out as the C locale writes them: the calendar library reads some of
+// them (%c) with undefined behaviour on malformed text, and a data file's dates do not depend on our locale.
+QString explicitFormat(QString format)
+{
+    static const std::array<std::pair<const char*, const char*>, 7> composites = {{{"%c", "%a %b %d %H:%M:%S %Y"},
+                                                                                    {"%x", "%m/%d/%y"},
+                                                                                    {"%X", "%H:%M:%S"},
+                                                                                    {"%r", "%I:%M:%S %p"},
+                                                                                    {"%D", "%m/%d/%y"},
+                                                                                    {"%T", "%H:%M:%S"},
+                                                                                    {"%R", "%H:%M"}}};
+    QString spelled;
+    for (int i = 0; i < format.size(); ++i) {
+        const QString pair = format.mid(i, 2);
+        const auto found = std::find_if(composites.begin(), composites.end(),
+                                        [&pair](const auto& composite) { return pair == QLatin1String(composite.first); });
+        if (found != composites.end()) {
+            spelled += QLatin1String(found->second);
+            ++i;
+        } else if (pair == QLatin1String("%%")) {
+            spelled += pair;
+            ++i;
+        } else {
+            spelled += format.at(i);
+        }
+    }
+    return spelled;
+}
+
 } // namespace
 
 TimeText::TimeText(const QString& format, DateOrder order)
-    : m_format(format.toStdString())
+    : m_format(explicitFormat(format).toStdString())
     , m_order(order)
 {
 }

@@ -215,3 +215,15 @@ TEST(TimeTextColumnTest, PlainNumbersStayNumbersEvenWhenTheFormatReadsThem)
 }
 
 } // namespace
+
+// Composite fields are spelled out as the C locale writes them, whatever the locale.
+TEST(TimeTextFormatTest, CompositeFieldsReadAsInTheCLocale)
+{
+    const auto microseconds = [](const char* format, const char* text) {
+        const std::optional<Orv::Chart::ParsedTime> time = TimeText(QString::fromUtf8(format)).parse(QString::fromUtf8(text));
+        return time ? time->microseconds : -1;
+    };
+    EXPECT_EQ(microseconds("%D %R", "07/29/16 14:05"), microseconds("%Y-%m-%d %H:%M", "2016-07-29 14:05"));
+    EXPECT_EQ(microseconds("%F %T", "2016-07-29 14:05:09"), microseconds("%Y-%m-%d %H:%M:%S", "2016-07-29 14:05:09"));
+    EXPECT_EQ(microseconds("%d.%m.%c %H:%M", "25.+3.2020"), -1);
+}
