@@ -134,6 +134,8 @@ DataSet CsvRoles::assign(qint64 headerLine)
     DataColumn x = xColumn(data);
     const std::vector<std::vector<std::size_t>> groups = rowsOfGroups();
     data.shape = shapeOf(data, groups);
+    if (m_group >= 0 && groups.empty())
+        fail(QStringLiteral("%1: group column %2 has no values").arg(m_path, quoted(column(m_group).data.name)));
     if (m_group < 0) {
         addSeries(data, x, allRows(), QString());
     } else {

@@ -463,7 +463,8 @@ bool isPlainNumber(QStringView cell)
 
 // The locale's composite fields spelled out as the C locale writes them: the calendar library reads some of
 // them (%c) with undefined behaviour on malformed text, and a data file's dates do not depend on our locale.
-QString explicitFormat(QString format)
+// Field widths keep at most two digits, as no field is wider and the library overflows on longer ones.
+QString explicitFormat(const QString& format)
 {
     static const std::array<std::pair<const char*, const char*>, 7> composites = {{{"%c", "%a %b %d %H:%M:%S %Y"},
                                                                                     {"%x", "%m/%d/%y"},
@@ -483,6 +484,12 @@ QString explicitFormat(QString format)
         } else if (pair == QLatin1String("%%")) {
             spelled += pair;
             ++i;
+        } else if (format.at(i) == QLatin1Char('%')) {
+            spelled += format.at(i);
+            int digits = 0;
+            for (; i + 1 < format.size() && format.at(i + 1).isDigit(); ++i)
+                if (++digits <= 2)
+                    spelled += format.at(i + 1);
         } else {
             spelled += format.at(i);
         }
