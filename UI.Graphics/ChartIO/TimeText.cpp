@@ -1,5 +1,6 @@
 #include "TimeText.h"
 
+#include <QHash>
 #include <QLocale>
 #include <QStringView>
 
@@ -466,33 +467,31 @@ bool isPlainNumber(QStringView cell)
 // Field widths keep at most two digits, as no field is wider and the library overflows on longer ones.
 QString explicitFormat(const QString& format)
 {
-    static const std::array<std::pair<const char*, const char*>, 7> composites = {{{"%c", "%a %b %d %H:%M:%S %Y"},
-                                                                                    {"%x", "%m/%d/%y"},
-                                                                                    {"%X", "%H:%M:%S"},
-                                                                                    {"%r", "%I:%M:%S %p"},
-                                                                                    {"%D", "%m/%d/%y"},
-                                                                                    {"%T", "%H:%M:%S"},
-                                                                                    {"%R", "%H:%M"}}};
+    static const QHash<QChar, QString> composites = {
+        {QLatin1Char('c'), QStringLiteral("%a %b %d %H:%M:%S %Y")}, {QLatin1Char('x'), QStringLiteral("%m/%d/%y")},
+        {QLatin1Char('X'), QStringLiteral("%H:%M:%S")},             {QLatin1Char('r'), QStringLiteral("%I:%M:%S %p")},
+        {QLatin1Char('D'), QStringLiteral("%m/%d/%y")},             {QLatin1Char('T'), QStringLiteral("%H:%M:%S")},
+        {QLatin1Char('R'), QStringLiteral("%H:%M")}};
     QString spelled;
     for (int i = 0; i < format.size(); ++i) {
-        const QString pair = format.mid(i, 2);
-        const auto found = std::find_if(composites.begin(), composites.end(),
-                                        [&pair](const auto& composite) { return pair == QLatin1String(composite.first); });
-        if (found != composites.end()) {
-            spelled += QLatin1String(found->second);
-            ++i;
-        } else if (pair == QLatin1String("%%")) {
-            spelled += pair;
-            ++i;
-        } else if (format.at(i) == QLatin1Char('%')) {
+        if (format.at(i) != QLatin1Char('%') || i + 1 == format.size()) {
             spelled += format.at(i);
-            int digits = 0;
-            for (; i + 1 < format.size() && format.at(i + 1).isDigit(); ++i)
-                if (++digits <= 2)
-                    spelled += format.at(i + 1);
-        } else {
-            spelled += format.at(i);
+            continue;
         }
+        // A field: '%', a width, an E or O modifier, the conversion.
+        QString field = QStringLiteral("%");
+        int digits = 0;
+        for (; i + 1 < format.size() && format.at(i + 1).isDigit(); ++i)
+            if (++digits <= 2)
+                field += format.at(i + 1);
+        if (i + 1 < format.size() && (format.at(i + 1) == QLatin1Char('E') || format.at(i + 1) == QLatin1Char('O')))
+            field += format.at(++i);
+        if (i + 1 == format.size()) {
+            spelled += field;
+            break;
+        }
+        const QChar conversion = format.at(++i);
+        spelled += composites.contains(conversion) ? composites.value(conversion) : field + conversion;
     }
     return spelled;
 }
