@@ -1,6 +1,7 @@
 #include "TimeText.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QLocale>
 #include <QStringView>
 
@@ -15,6 +16,7 @@
 #include <array>
 #include <chrono>
 #include <locale>
+#include <regex>
 #include <sstream>
 #include <string_view>
 
@@ -427,19 +429,46 @@ std::optional<ParsedTime> parseAutomatic(QStringView text, DateOrder order)
     return parsedTime(wallClock, stamp->offset, stamp->hasOffset);
 }
 
-// The whole of `text` read with a format; an offset in it ("%z") makes the
-// time a UTC instant.
-std::optional<ParsedTime> parseWithFormat(const std::string& format, const QString& text)
+// The whole of `text` read with a format that has no offset field.
+std::optional<microseconds> parseWallClock(const std::string& format, const std::string& text)
 {
-    std::istringstream in(text.toStdString());
+    std::istringstream in(text);
     in.imbue(std::locale::classic());
     date::local_time<microseconds> wallClock;
-    constexpr minutes noOffset = minutes::min();
-    minutes offset = noOffset;
-    date::from_stream(in, format.c_str(), wallClock, static_cast<std::string*>(nullptr), &offset);
+    date::from_stream(in, format.c_str(), wallClock);
     if (in.fail() || in.peek() != std::istringstream::traits_type::eof())
         return std::nullopt;
-    return parsedTime(wallClock.time_since_epoch(), offset, offset != noOffset);
+    return wallClock.time_since_epoch();
+}
+
+// The whole of `text` read with a format; an offset at its end ("%z": "+0530", "-03:00") makes the time a
+// UTC instant. The offset is read here, not by the calendar library, which overflows on a sign without
+// digits; an offset field anywhere else matches nothing.
+std::optional<ParsedTime> parseWithFormat(const std::string& format, const QString& text)
+{
+    static const std::regex offsetField("%[EO]?z$");
+    static const std::regex anyOffsetField("%[EO]?z");
+    static const QRegularExpression offsetText(QStringLiteral("([+-])(\\d\\d):?(\\d\\d)?$"));
+    std::smatch field;
+    if (!std::regex_search(format, field, offsetField)) {
+        if (format.find('z') != std::string::npos && std::regex_search(format, anyOffsetField))
+            return std::nullopt;
+        const std::optional<microseconds> wallClock = parseWallClock(format, text.toStdString());
+        if (!wallClock)
+            return std::nullopt;
+        return parsedTime(*wallClock, minutes(0), false);
+    }
+    const QRegularExpressionMatch offset = offsetText.match(text);
+    if (!offset.hasMatch())
+        return std::nullopt;
+    const std::optional<microseconds> wallClock =
+        parseWallClock(format.substr(0, static_cast<std::size_t>(field.position(0))),
+                       text.left(offset.capturedStart(0)).toStdString());
+    if (!wallClock)
+        return std::nullopt;
+    const int sign = offset.captured(1) == QLatin1String("-") ? -1 : 1;
+    const minutes shift(sign * (offset.captured(2).toInt() * 60 + offset.captured(3).toInt()));
+    return parsedTime(*wallClock, shift, true);
 }
 
 // Whether `text` starts with a number of one or two digits and a slash, as "1/2/2016" does and
