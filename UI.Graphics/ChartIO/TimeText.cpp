@@ -503,7 +503,7 @@ QString explicitFormat(const QString& format)
         {QLatin1Char('R'), QStringLiteral("%H:%M")}};
     QString spelled;
     for (int i = 0; i < format.size(); ++i) {
-        if (format.at(i) != QLatin1Char('%') || i + 1 == format.size()) {
+        if (format.at(i) != QLatin1Char('%')) {
             spelled += format.at(i);
             continue;
         }
@@ -515,8 +515,9 @@ QString explicitFormat(const QString& format)
                 field += format.at(i + 1);
         if (i + 1 < format.size() && (format.at(i + 1) == QLatin1Char('E') || format.at(i + 1) == QLatin1Char('O')))
             field += format.at(++i);
+        // A field cut off by the end of the format is a percent sign: the library misreads it.
         if (i + 1 == format.size()) {
-            spelled += field;
+            spelled += QStringLiteral("%%");
             break;
         }
         const QChar conversion = format.at(++i);

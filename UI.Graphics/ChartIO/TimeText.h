@@ -51,8 +51,9 @@ public:
     using SlashReading = ::Orv::Chart::SlashReading;
 
     // `format` empty: the automatic forms above, with slash dates read in `order`; otherwise a
-    // strftime-like format ("%d.%m.%Y %H:%M"), and only texts that match it whole are times. "%z" in
-    // the format makes the times UTC instants.
+    // strftime-like format ("%d.%m.%Y %H:%M"), and only texts that match it whole are times. "%z" at
+    // the end of the format ("+0530", "-03:00") makes the times UTC instants; elsewhere it matches
+    // nothing. Composite fields (%c, %x, %X, %D, %T, %R, %r) read as the C locale writes them.
     explicit TimeText(const QString& format = QString(), DateOrder order = DateOrder::MonthFirst);
 
     // The time of a text (blanks around it ignored), or nothing when it is not one of the accepted forms.
