@@ -51,16 +51,16 @@ QPointF across(const QRectF& plot, AxisSide side, QPointF from)
 // "1000000" needs its zeros counted; any other factor as its number.
 QString factorNumber(double factor)
 {
-    static const QChar superscripts[] = {0x2070, 0x00b9, 0x00b2, 0x00b3, 0x2074,
-                                         0x2075, 0x2076, 0x2077, 0x2078, 0x2079};
+    static const char16_t superscripts[] = {u'\u2070', u'\u00b9', u'\u00b2', u'\u00b3', u'\u2074',
+                                            u'\u2075', u'\u2076', u'\u2077', u'\u2078', u'\u2079'};
     const double exponent = std::round(std::log10(factor));
     if (!(factor > 0) || !std::isfinite(exponent) || std::abs(std::pow(10.0, exponent) - factor) > 1e-12 * factor)
         return numberText(factor);
     QString text = QStringLiteral("10");
     if (exponent < 0)
-        text += QChar(0x207b);
+        text += QChar(u'\u207b');
     for (const QChar digit : QString::number(std::abs(static_cast<int>(exponent))))
-        text += superscripts[digit.digitValue()];
+        text += QChar(superscripts[digit.digitValue()]);
     return text;
 }
 

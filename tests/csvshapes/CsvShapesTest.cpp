@@ -174,5 +174,5 @@ TEST(CsvShapesChart, TheAxisFactorShowsEvenWhenTheTitleIsElided)
     QStringList all;
     for (const OrvTest::DrawnText& text : texts)
         all << text.text;
-    EXPECT_TRUE(all.join('|').contains(QChar(0x00d7))) << all.join('|').toStdString();
+    EXPECT_TRUE(all.join('|').contains(QChar(u'\u00d7'))) << all.join('|').toStdString();
 }
