@@ -136,7 +136,8 @@ void ChartPainter::paintLegendEntry(QPainter& painter, const KelChartVariable& v
     const QRectF swatch(cell.left(), cell.center().y() - 5, swatchWidth, 10);
     painter.save();
     if (SeriesLook::drawsFromBaseLine(style)) {
-        painter.setPen(SeriesLook::linePen(style));
+        // A gradient outline shows in its first colour, as the line's swatch does.
+        painter.setPen(SeriesLook::linePen(style, QBrush(SeriesLook::lineColour(style))));
         painter.setBrush(SeriesLook::fillBrush(style, 0, QBrush(SeriesLook::lineColour(style))));
         painter.drawRect(swatch);
     } else {

@@ -235,7 +235,8 @@ void SeriesPainter::paintSpline(const Run& run)
 void SeriesPainter::paintSticks(const std::vector<Run>& runs)
 {
     const double base = baseLinePixelY();
-    m_painter.setPen(SeriesLook::linePen(m_style));
+    // A gradient line colours sticks as it colours lines: by y.
+    m_painter.setPen(SeriesLook::linePen(m_style, yGradient(m_style.lineGradient.get())));
     for (const Run& run : runs)
         for (const QPointF& point : run) {
             QPointF foot(point.x(), base);
@@ -251,7 +252,7 @@ void SeriesPainter::paintBars()
     const double spacing = m_cache.minXDelta();
     const double unit = std::isfinite(spacing) && spacing > 0 ? spacing : 1.0;
     const double base = m_pipeline.scaling().baseLine(m_index, Comp::Y);
-    m_painter.setPen(SeriesLook::linePen(m_style));
+    m_painter.setPen(SeriesLook::linePen(m_style, yGradient(m_style.lineGradient.get())));
     const QBrush gradient = yGradient(m_style.fillGradient.get());
     for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
         if (!finite(pointPixel(k)))

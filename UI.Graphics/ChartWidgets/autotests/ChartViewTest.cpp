@@ -1,0 +1,332 @@
+// The chart widget beyond the plain gestures: what it draws (no chart, the
+// rubber band, the hover box), gestures that must change nothing, the hover
+// text on time, inverted and unsorted axes, and the range arithmetic's limits.
+#include "AxisRanges.h"
+#include "ChartSetUp.h"
+#include "ChartWidget.h"
+#include "DataBinding.h"
+#include "HoverText.h"
+#include "SampleChart.h"
+
+#include "KelChartAxisContinuous.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+using Orv::Chart::AxisSpan;
+using Orv::Chart::ChartWidget;
+
+void mouse(QWidget& widget, QEvent::Type type, QPointF at, Qt::MouseButton button)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent event(type, at, widget.mapToGlobal(at.toPoint()), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+void wheel(QWidget& widget, QPointF at, QPoint angle)
+{
+    QWheelEvent event(at, widget.mapToGlobal(at.toPoint()), QPoint(), angle, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&widget, &event);
+}
+
+// The widget and its signals, without a chart: every gesture is ignored and
+// the widget says that there is nothing to draw.
+TEST(ChartWidgetWithoutChart, IgnoresGesturesAndSaysSo)
+{
+    ChartWidget view;
+    view.resize(400, 300);
+    const QSignalSpy ranges(&view, &ChartWidget::rangesChanged);
+    const QSignalSpy hover(&view, &ChartWidget::hoverChanged);
+    const QPointF centre(200, 150);
+    wheel(view, centre, QPoint(0, 120));
+    mouse(view, QEvent::MouseButtonPress, centre, Qt::LeftButton);
+    mouse(view, QEvent::MouseMove, centre + QPointF(50, 20), Qt::LeftButton);
+    mouse(view, QEvent::MouseButtonRelease, centre + QPointF(50, 20), Qt::LeftButton);
+    mouse(view, QEvent::MouseButtonDblClick, centre, Qt::LeftButton);
+    mouse(view, QEvent::MouseMove, centre, Qt::NoButton);
+    view.reload();
+    EXPECT_EQ(view.frames(), nullptr);
+    EXPECT_EQ(ranges.count(), 0);
+    EXPECT_EQ(hover.count(), 0);
+    EXPECT_TRUE(view.hoverLines().isEmpty());
+
+    // A white widget with the notice in its middle.
+    const QImage image = view.grab().toImage();
+    EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::white));
+    int dark = 0;
+    for (int x = 100; x < 300; ++x)
+        dark += image.pixelColor(x, 150).lightness() < 128 ? 1 : 0;
+    for (int y = 140; y < 160; ++y)
+        dark += image.pixelColor(200, y).lightness() < 128 ? 1 : 0;
+    EXPECT_GT(dark, 0) << "the notice's text";
+}
+
+class ChartViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        chart = Orv::Chart::SampleChart::build(group);
+        Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), Orv::Chart::SampleChart::data());
+        show();
+    }
+
+    void show()
+    {
+        view.setChart(chart.get(), Orv::Chart::axisPairsOf(*chart));
+        view.resize(800, 600);
+        ASSERT_NE(view.frames(), nullptr);
+    }
+
+    // A chart set up for the data as a host sets it up for a CSV file.
+    void showData(const Orv::Chart::DataSet& data)
+    {
+        chart = std::make_unique<KelChart2D>(group);
+        Orv::Chart::setUpChartForData(*chart, data, QStringLiteral("data"));
+        Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), data);
+        show();
+    }
+
+    const Orv::Chart::ChartFrames& frames() const { return *view.frames(); }
+    QRectF plot() const { return frames().layout().plot(); }
+    std::vector<AxisSpan> spans() const
+    {
+        return Orv::Chart::AxisRanges(frames().pipeline(), frames().pairs(), frames().layout()).spans();
+    }
+    Orv::Chart::AxisRanges ranges() const
+    {
+        return Orv::Chart::AxisRanges(frames().pipeline(), frames().pairs(), frames().layout());
+    }
+    KelChartAxisContinuous& axis(const QString& name) const
+    {
+        return dynamic_cast<KelChartAxisContinuous&>(*frames().pairs().find(name));
+    }
+    struct Setting {
+        bool autoScale;
+        double min, max;
+        bool operator==(const Setting& other) const
+        {
+            return autoScale == other.autoScale && min == other.min && max == other.max;
+        }
+    };
+    std::vector<Setting> settings() const
+    {
+        std::vector<Setting> all;
+        for (const AxisSpan& span : spans())
+            all.push_back({span.axis->autoScale.get(), span.axis->min.get(), span.axis->max.get()});
+        return all;
+    }
+
+    KelModifiedGroup group;
+    std::unique_ptr<KelChart2D> chart;
+    ChartWidget view;
+};
+
+TEST_F(ChartViewTest, AWheelWithoutVerticalTurnChangesNothing)
+{
+    const QSignalSpy changed(&view, &ChartWidget::rangesChanged);
+    const auto before = settings();
+    wheel(view, plot().center(), QPoint(120, 0));
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_TRUE(settings() == before);
+    wheel(view, plot().center(), QPoint(0, 120));
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_FALSE(settings() == before);
+}
+
+TEST_F(ChartViewTest, TheRubberBandIsDrawnWhileDraggingAndGoneAfter)
+{
+    const QPointF a = plot().topLeft() + QPointF(60, 60);
+    const QPointF b = a + QPointF(200, 150);
+    const QPointF inside = a + QPointF(37, 41);
+    const QColor plain = view.grab().toImage().pixelColor(inside.toPoint());
+    mouse(view, QEvent::MouseButtonPress, a, Qt::RightButton);
+    mouse(view, QEvent::MouseMove, b, Qt::RightButton);
+    const QColor banded = view.grab().toImage().pixelColor(inside.toPoint());
+    // A translucent blue over whatever was there: red drops more than blue.
+    EXPECT_NE(banded, plain);
+    EXPECT_GT(plain.red() - banded.red(), plain.blue() - banded.blue());
+    const QSignalSpy changed(&view, &ChartWidget::rangesChanged);
+    mouse(view, QEvent::MouseButtonRelease, b, Qt::RightButton);
+    EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(ChartViewTest, TheHoverBoxSitsBesideTheCursorInsideTheWidgetAndLeavesWithIt)
+{
+    const QSignalSpy hover(&view, &ChartWidget::hoverChanged);
+    const QImage plain = view.grab().toImage();
+    // Below right of a cursor in the middle; above left of one in the corner.
+    for (const auto& [cursor, step] : {std::pair{plot().center(), QPoint(17, 17)},
+                                       std::pair{QPointF(plot().right() - 2, plot().bottom() - 2), QPoint(-17, -17)}}) {
+        mouse(view, QEvent::MouseMove, cursor, Qt::NoButton);
+        ASSERT_FALSE(view.hoverLines().isEmpty());
+        ASSERT_FALSE(hover.isEmpty());
+        EXPECT_EQ(hover.last().at(0).toString(), view.hoverLines().join(QStringLiteral("; ")));
+        const QPoint corner = cursor.toPoint() + step;
+        const QColor box = view.grab().toImage().pixelColor(corner);
+        EXPECT_GT(box.red(), 230);
+        EXPECT_GT(box.green(), 230);
+        EXPECT_GT(box.red() - box.blue(), 5) << "the pale yellow box at " << corner.x() << "," << corner.y();
+        EXPECT_NE(box, plain.pixelColor(corner));
+    }
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&view, &leave);
+    EXPECT_TRUE(view.hoverLines().isEmpty());
+    EXPECT_EQ(hover.last().at(0).toString(), QString());
+}
+
+TEST_F(ChartViewTest, ADoubleClickGivesEveryAxisItsAutomaticRangeBack)
+{
+    wheel(view, plot().center(), QPoint(0, 240));
+    for (const AxisSpan& span : spans())
+        ASSERT_FALSE(span.axis->autoScale.get());
+    // Pairs without a z pair, as a 2-D host may hold them.
+    Orv::Chart::AxisPairs pairs = frames().pairs();
+    pairs.z = nullptr;
+    Orv::Chart::AxisRanges::autoScaleAll(pairs);
+    for (const AxisSpan& span : spans())
+        EXPECT_TRUE(span.axis->autoScale.get()) << span.axis->name().toStdString();
+}
+
+TEST_F(ChartViewTest, ASpanConvertsPixelsToScaleCoordinates)
+{
+    for (const AxisSpan& span : spans()) {
+        const double extent = span.horizontal ? span.plot.width() : span.plot.height();
+        EXPECT_NEAR(span.perPixel() * extent, span.max - span.min, 1e-9 * (span.max - span.min));
+        const QPointF start = span.horizontal ? QPointF(span.plot.left(), span.plot.center().y())
+                                              : QPointF(span.plot.center().x(), span.plot.bottom());
+        EXPECT_NEAR(span.valueAt(start), span.min, 1e-9 * (span.max - span.min));
+    }
+}
+
+TEST_F(ChartViewTest, AnInvertedAxisRunsFromItsMaximumAndPansTheOtherWay)
+{
+    axis(QStringLiteral("axis.y.left")).inverted.set(true);
+    view.reload();
+    AxisSpan left{};
+    for (const AxisSpan& span : spans())
+        if (span.axis->name() == QStringLiteral("axis.y.left"))
+            left = span;
+    ASSERT_NE(left.axis, nullptr);
+    ASSERT_TRUE(left.inverted);
+    const double width = left.max - left.min;
+    EXPECT_NEAR(left.valueAt(plot().bottomLeft()), left.max, 1e-9 * width);
+    EXPECT_NEAR(left.valueAt(plot().topLeft()), left.min, 1e-9 * width);
+    // Dragging down brings lower values into view on an inverted axis.
+    ranges().pan(plot().center(), plot().center() + QPointF(0, 50));
+    EXPECT_NEAR(left.axis->min.get(), left.min - 50 * left.perPixel(), 1e-9 * width);
+    EXPECT_NEAR(left.axis->max.get(), left.max - 50 * left.perPixel(), 1e-9 * width);
+}
+
+TEST_F(ChartViewTest, ZoomsTheScaleCannotShowLeaveTheAxesAsTheyAre)
+{
+    const auto before = settings();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    for (const double factor : {0.0, -0.5, nan, inf, 1e-300}) {
+        ranges().zoom(plot().center(), factor);
+        EXPECT_TRUE(settings() == before) << "factor " << factor;
+    }
+}
+
+TEST_F(ChartViewTest, ABandOnePixelThinLeavesThatAxisAlone)
+{
+    const auto before = settings();
+    const auto spansBefore = spans();
+    ranges().zoomTo(QRectF(plot().center(), QSizeF(0.5, 100)));
+    const auto after = settings();
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (spansBefore[i].horizontal)
+            EXPECT_TRUE(after[i] == before[i]) << "x untouched";
+        else
+            EXPECT_FALSE(after[i].autoScale) << "y zoomed";
+    }
+}
+
+// Hover texts of data a CSV file could hold.
+Orv::Chart::DataSet dataOf(const std::vector<float>& xs, const std::vector<float>& ys)
+{
+    Orv::Chart::DataSet data;
+    Orv::Chart::DataSeries series;
+    series.x = {QStringLiteral("x"), QString(), {}, {}};
+    series.y = {QStringLiteral("y"), QString(), {}, {}};
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        series.x.append(xs[i], std::isnan(xs[i]));
+        series.y.append(ys[i], std::isnan(ys[i]));
+    }
+    data.series.push_back(series);
+    return data;
+}
+
+TEST_F(ChartViewTest, HoverOnATimeAxisNamesTheInstant)
+{
+    Orv::Chart::DataSet data = dataOf({0, 0, 0}, {1, 5, 2});
+    data.timeX = true;
+    constexpr std::int64_t march4th2012 = 1330819200LL * 1000000;
+    for (const std::int64_t hour : {0, 1, 2})
+        data.xTimes.push_back({march4th2012 + hour * 3600LL * 1000000, true});
+    showData(data);
+    const QStringList lines = Orv::Chart::HoverText::lines(frames(), QPointF(plot().left() + 1, plot().center().y()));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0], QStringLiteral("y: x = 2012-03-04 00:00:00, y = 1")) << lines[0].toStdString();
+    const QStringList last = Orv::Chart::HoverText::lines(frames(), QPointF(plot().right() - 1, plot().center().y()));
+    ASSERT_EQ(last.size(), 1);
+    EXPECT_TRUE(last[0].startsWith(QStringLiteral("y: x = 2012-03-04 02:00:00"))) << last[0].toStdString();
+}
+
+TEST_F(ChartViewTest, HoverOnAnInvertedAxisNamesThePointDrawnThere)
+{
+    showData(dataOf({1, 2, 3, 4}, {10, 20, 30, 40}));
+    axis(QStringLiteral("axis.x.bottom")).inverted.set(true);
+    view.reload();
+    const QStringList lines = Orv::Chart::HoverText::lines(frames(), QPointF(plot().left() + 1, plot().center().y()));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0], QStringLiteral("y: x = 4, y = 40"));
+}
+
+TEST_F(ChartViewTest, HoverOnUnsortedPointsNamesTheNearestOnScreen)
+{
+    // x goes back and forth: the nearest point is found by screen distance.
+    showData(dataOf({1, 5, 2, 4}, {10, 50, 20, 40}));
+    auto pixelOf = [&](double x, double y) {
+        QPointF pixel;
+        for (const AxisSpan& span : spans()) {
+            const double t = ((span.horizontal ? x : y) - span.min) / (span.max - span.min);
+            if (span.horizontal)
+                pixel.setX(span.plot.left() + t * span.plot.width());
+            else
+                pixel.setY(span.plot.bottom() - t * span.plot.height());
+        }
+        return pixel;
+    };
+    const QStringList lines = Orv::Chart::HoverText::lines(frames(), pixelOf(2.1, 21) + QPointF(0.5, 0.5));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0], QStringLiteral("y: x = 2, y = 20"));
+}
+
+TEST_F(ChartViewTest, SeriesWithoutAPointToNameGetNoLine)
+{
+    // The second series has no defined point at all.
+    Orv::Chart::DataSet data = dataOf({1, 2, 3}, {1, 2, 3});
+    Orv::Chart::DataSet empty = dataOf({1, 2, 3}, {NAN, NAN, NAN});
+    empty.series[0].y.name = QStringLiteral("z");
+    data.series.push_back(empty.series[0]);
+    showData(data);
+    const QStringList lines = Orv::Chart::HoverText::lines(frames(), plot().center());
+    ASSERT_EQ(lines.size(), 1) << lines.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("y: ")));
+}
+
+} // namespace
