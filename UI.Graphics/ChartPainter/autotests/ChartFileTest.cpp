@@ -4,6 +4,7 @@
 // same picture as the painter's own.
 
 #include "ChartPainter.h"
+#include "PaintedChart.h"
 #include "DataBinding.h"
 #include "Plot.h"
 #include "SampleChart.h"
@@ -41,14 +42,7 @@ protected:
         plot = std::make_unique<Chart::Plot>(*chart, Chart::axisPairsOf(*chart), Chart::TickRoom{size, 100, {}});
     }
 
-    static QImage imageOf(const Chart::ChartPainter& painter)
-    {
-        QImage result(size, QImage::Format_ARGB32);
-        result.fill(Qt::white);
-        QPainter device(&result);
-        painter.paint(device);
-        return result;
-    }
+    static QImage imageOf(const Chart::ChartPainter& painter) { return PaintedChart::image(painter, size); }
 
     KelModifiedGroup group;
     std::unique_ptr<KelChart2D> chart;

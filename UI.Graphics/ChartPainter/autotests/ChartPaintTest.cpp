@@ -3,18 +3,16 @@
 // fixed range of a tight axis fills the plot exactly.
 
 #include "ChartPainter.h"
+#include "PaintedChart.h"
 #include "ChartSetUp.h"
 #include "DataBinding.h"
 #include "Plot.h"
-#include "PropertyPath.h"
 
 #include "ImageChecks.h"
 #include "SvgChecks.h"
 
-#include <QBuffer>
 #include <QImage>
 #include <QRegularExpression>
-#include <QSvgGenerator>
 
 #include <gtest/gtest.h>
 
@@ -53,36 +51,14 @@ protected:
         Chart::setUpChartForData(chart, data, QStringLiteral("test"));
         settings
             << QStringLiteral("variable/%1/style/lineColor=%2").arg(data.series.front().y.name, seriesColour.name());
-        for (const QString& setting : settings) {
-            Chart::IoError error;
-            EXPECT_TRUE(Chart::PropertyPath::assign(chart, setting, &error)) << error.message.toStdString();
-        }
+        PaintedChart::assignAll(chart, settings);
         EXPECT_TRUE(Chart::bindData(chart.variables, Chart::axisPairsOf(chart), std::move(data)).isEmpty());
         plot = std::make_unique<Chart::Plot>(chart, Chart::axisPairsOf(chart), Chart::TickRoom{size, 100, {}});
         painter = std::make_unique<Chart::ChartPainter>(*plot, size);
     }
 
-    QImage image() const
-    {
-        QImage result(size, QImage::Format_ARGB32);
-        result.fill(Qt::white);
-        QPainter device(&result);
-        painter->paint(device);
-        return result;
-    }
-
-    QStringList svgTexts() const
-    {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        QSvgGenerator svg;
-        svg.setOutputDevice(&buffer);
-        svg.setSize(size);
-        QPainter device(&svg);
-        painter->paint(device);
-        device.end();
-        return OrvTest::texts(OrvTest::parseSvg(buffer.data()));
-    }
+    QImage image() const { return PaintedChart::image(*painter, size); }
+    QStringList svgTexts() const { return OrvTest::texts(OrvTest::parseSvg(PaintedChart::svg(*painter, size))); }
 
     // Where the first variable's point (x, y) is drawn.
     QPointF pixelOf(double x, double y) const

@@ -4,18 +4,17 @@
 
 #include "ChartFile.h"
 #include "ChartPainter.h"
+#include "PaintedChart.h"
 #include "ChartSetUp.h"
 #include "CsvImport.h"
 #include "DataBinding.h"
 #include "LegendLayout.h"
 #include "Plot.h"
-#include "PropertyPath.h"
 #include "SampleChart.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>
 #include <QRegularExpression>
-#include <QSvgGenerator>
 #include <QTransform>
 #include <QXmlStreamReader>
 
@@ -80,14 +79,6 @@ bool overlap(const QRectF& a, const QRectF& b)
     return a.adjusted(0.5, 0.5, -0.5, -0.5).intersects(b.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
-void assignAll(KelProperties& root, const QStringList& settings)
-{
-    for (const QString& setting : settings) {
-        Chart::IoError error;
-        EXPECT_TRUE(Chart::PropertyPath::assign(root, setting, &error)) << error.message.toStdString();
-    }
-}
-
 // The chart as SVG, painted as a host paints it, with the plot area it has.
 QByteArray paintSvg(KelChart& chart, QSize size, QRectF* plot = nullptr)
 {
@@ -96,15 +87,7 @@ QByteArray paintSvg(KelChart& chart, QSize size, QRectF* plot = nullptr)
     const Chart::ChartPainter painter(pipeline, size);
     if (plot)
         *plot = painter.layout().plot();
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QSvgGenerator svg;
-    svg.setOutputDevice(&buffer);
-    svg.setSize(size);
-    QPainter device(&svg);
-    painter.paint(device);
-    device.end();
-    return buffer.data();
+    return PaintedChart::svg(painter, size);
 }
 
 // A chart set up for CSV data with the settings applied, as SVG.
@@ -117,9 +100,9 @@ QByteArray paintCsv(const QByteArray& csv, const QStringList& settings, QSize si
     KelModifiedGroup group;
     KelChart2D chart(group);
     Chart::setUpChartForData(chart, read.data, QStringLiteral("awkward"));
-    assignAll(chart, settings);
+    PaintedChart::assignAll(chart, settings);
     Chart::bindData(chart.variables, Chart::axisPairsOf(chart), read.data);
-    assignAll(chart, settings);
+    PaintedChart::assignAll(chart, settings);
     return paintSvg(chart, size);
 }
 
@@ -203,7 +186,7 @@ class LegendElementTest : public ::testing::Test {
 protected:
     SampleDrawing draw(KelChart& chart, const QStringList& settings)
     {
-        assignAll(chart, settings);
+        PaintedChart::assignAll(chart, settings);
         SampleDrawing drawing;
         for (const DrawnText& text : textsOf(paintSvg(chart, QSize(800, 500), &drawing.plot)))
             if (text.text == QStringLiteral("air temperature")) {

@@ -3,15 +3,13 @@
 // as room allows, and the drawing shows exactly the labelled ones.
 
 #include "ChartPainter.h"
+#include "PaintedChart.h"
 #include "ChartSetUp.h"
 #include "DataBinding.h"
 #include "Plot.h"
-#include "PropertyPath.h"
 
 #include "SvgChecks.h"
 
-#include <QBuffer>
-#include <QSvgGenerator>
 
 #include <gtest/gtest.h>
 
@@ -39,9 +37,7 @@ protected:
         data.series.push_back(std::move(s));
         chart = std::make_unique<KelChart2D>(group);
         Chart::setUpChartForData(*chart, data, QStringLiteral("test"));
-        Chart::IoError error;
-        EXPECT_TRUE(Chart::PropertyPath::assign(*chart, QStringLiteral("axis.y/axis.y.left/logarithmic=true"), &error))
-            << error.message.toStdString();
+        PaintedChart::assignAll(*chart, {QStringLiteral("axis.y/axis.y.left/logarithmic=true")});
         EXPECT_TRUE(Chart::bindData(chart->variables, Chart::axisPairsOf(*chart), std::move(data)).isEmpty());
         plot = std::make_unique<Chart::Plot>(*chart, Chart::axisPairsOf(*chart), Chart::TickRoom{size, 100, {}});
     }
@@ -74,16 +70,7 @@ protected:
 
     QStringList svgTexts() const
     {
-        const Chart::ChartPainter painter(*plot, size);
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        QSvgGenerator svg;
-        svg.setOutputDevice(&buffer);
-        svg.setSize(size);
-        QPainter device(&svg);
-        painter.paint(device);
-        device.end();
-        return OrvTest::texts(OrvTest::parseSvg(buffer.data()));
+        return OrvTest::texts(OrvTest::parseSvg(PaintedChart::svg(Chart::ChartPainter(*plot, size), size)));
     }
 
     QSize size;

@@ -4,16 +4,14 @@
 // (an SVG file). Also the legend's box in its colours.
 
 #include "ChartPainter.h"
+#include "PaintedChart.h"
 #include "ChartSetUp.h"
 #include "DataBinding.h"
 #include "Plot.h"
-#include "PropertyPath.h"
 
 #include "ImageChecks.h"
 
-#include <QBuffer>
 #include <QImage>
-#include <QSvgGenerator>
 #include <QSvgRenderer>
 
 #include <gtest/gtest.h>
@@ -60,37 +58,18 @@ protected:
         for (const QString& word : style)
             all << QStringLiteral("variable/y/style/") + word;
         all << settings;
-        for (const QString& setting : all) {
-            Chart::IoError error;
-            EXPECT_TRUE(Chart::PropertyPath::assign(chart, setting, &error)) << error.message.toStdString();
-        }
+        PaintedChart::assignAll(chart, all);
         EXPECT_TRUE(Chart::bindData(chart.variables, Chart::axisPairsOf(chart), std::move(data)).isEmpty());
         plot = std::make_unique<Chart::Plot>(chart, Chart::axisPairsOf(chart), Chart::TickRoom{size, 100, {}});
         painter = std::make_unique<Chart::ChartPainter>(*plot, size);
     }
 
-    QImage image() const
-    {
-        QImage result(size, QImage::Format_ARGB32);
-        result.fill(Qt::white);
-        QPainter device(&result);
-        painter->paint(device);
-        return result;
-    }
+    QImage image() const { return PaintedChart::image(*painter, size); }
 
     // The chart written as SVG and read back: what a viewer shows, with nothing clipped but what the painter cut.
     QImage svgImage() const
     {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        QSvgGenerator svg;
-        svg.setOutputDevice(&buffer);
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(0, 0), size));
-        QPainter device(&svg);
-        painter->paint(device);
-        device.end();
-        QSvgRenderer renderer(buffer.data());
+        QSvgRenderer renderer(PaintedChart::svg(*painter, size, true));
         EXPECT_TRUE(renderer.isValid());
         QImage result(size, QImage::Format_ARGB32);
         result.fill(Qt::white);
