@@ -21,6 +21,8 @@
 #include <QValidator>
 #include <QWheelEvent>
 
+#include "ValueCell.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -98,17 +100,7 @@ protected:
         QApplication::sendEvent(view.get(), &event);
     }
     // The value cell of the row with that path.
-    QModelIndex cell(const QString& path, const QModelIndex& parent = {}) const
-    {
-        for (int row = 0; row < model->rowCount(parent); ++row) {
-            const QModelIndex name = model->index(row, Model::NameColumn, parent);
-            if (name.data(Model::PathRole).toString() == path)
-                return name.siblingAtColumn(Model::ValueColumn);
-            if (path.startsWith(name.data(Model::PathRole).toString() + QLatin1Char('/')))
-                return cell(path, name);
-        }
-        return {};
-    }
+    QModelIndex cell(const QString& path) const { return valueCell(*model, path); }
 
     KelModifiedGroup group;
     std::unique_ptr<KelChart2D> chart;

@@ -20,6 +20,8 @@
 #include <QTreeView>
 #include <QValidator>
 
+#include "ValueCell.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -65,17 +67,7 @@ protected:
     }
 
     // The value cell of the row with that path.
-    QModelIndex cell(const QString& path, const QModelIndex& parent = {}) const
-    {
-        for (int row = 0; row < model->rowCount(parent); ++row) {
-            const QModelIndex name = model->index(row, Model::NameColumn, parent);
-            if (name.data(Model::PathRole).toString() == path)
-                return name.siblingAtColumn(Model::ValueColumn);
-            if (path.startsWith(name.data(Model::PathRole).toString() + QLatin1Char('/')))
-                return cell(path, name);
-        }
-        return {};
-    }
+    QModelIndex cell(const QString& path) const { return valueCell(*model, path); }
     KelChartAxisContinuous& leftAxis() const
     {
         return dynamic_cast<KelChartAxisContinuous&>(*chart->axisY.find(QStringLiteral("axis.y.left")));
