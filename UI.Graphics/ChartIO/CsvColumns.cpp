@@ -227,6 +227,18 @@ void TypedColumn::finishNumbers(const QString& name, QStringList& notes)
         notes << QStringLiteral("%1: currency signs left out; the values are amounts").arg(name);
 }
 
+std::size_t columnNamed(const std::vector<TypedColumn>& columns, const QString& option, const QString& name,
+                        const QString& path)
+{
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const DataColumn& column = columns[i].data;
+        if (column.name == name || (!column.unit.isEmpty() && column.name + " [" + column.unit + "]" == name))
+            return i;
+    }
+    Orv::Chart::fail(QStringLiteral("%1 column \"%2\": %3 has no such column").arg(option, name, path),
+                     IoError::BadRequest);
+}
+
 CsvColumns::CsvColumns(const QString& path, const CsvOptions& options, const CsvDialect& dialect)
     : m_path(path)
     , m_options(options)
@@ -331,15 +343,9 @@ void CsvColumns::takeHeader(const std::vector<std::string>& fields, std::size_t 
 void CsvColumns::checkOptionColumns() const
 {
     const auto check = [this](const QString& option, const QString& name) {
-        if (name.isEmpty() || name == QLatin1String("row"))
-            return;
-        for (const TypedColumn& column : m_columns) {
-            const DataColumn& data = column.data;
-            if (data.name == name || (!data.unit.isEmpty() && data.name + " [" + data.unit + "]" == name))
-                return;
-        }
-        Orv::Chart::fail(QStringLiteral("%1 column \"%2\": %3 has no such column").arg(option, name, m_path),
-                         IoError::BadRequest);
+        // "row" may name the row names column that the first row adds.
+        if (!name.isEmpty() && name != QLatin1String("row"))
+            columnNamed(m_columns, option, name, m_path);
     };
     check(QStringLiteral("x"), m_options.x);
     check(QStringLiteral("group"), m_options.group);

@@ -91,6 +91,11 @@ private:
     std::string m_firstBad;
 };
 
+// The column a role option names, by its name or its whole header text ("b [m]"); a fault of the request
+// naming the option, the column and the file when there is none.
+std::size_t columnNamed(const std::vector<TypedColumn>& columns, const QString& option, const QString& name,
+                        const QString& path);
+
 class CsvColumns {
 public:
     CsvColumns(const QString& path, const CsvOptions& options, const CsvDialect& dialect);

@@ -457,16 +457,9 @@ SeriesShape CsvRoles::shapeOf(const DataSet& data, const std::vector<std::vector
     return data.discreteX ? SeriesShape::Bars : SeriesShape::Lines;
 }
 
-// The column an option names, by its name or its whole header text.
 int CsvRoles::columnNamed(const QString& option, const QString& name) const
 {
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        const DataColumn& column = m_columns[i].data;
-        if (column.name == name || (!column.unit.isEmpty() && column.name + " [" + column.unit + "]" == name))
-            return static_cast<int>(i);
-    }
-    Orv::Chart::fail(QStringLiteral("%1 column \"%2\": %3 has no such column").arg(option, name, m_path),
-                     IoError::BadRequest);
+    return static_cast<int>(Orv::Chart::columnNamed(m_columns, option, name, m_path));
 }
 
 } // namespace Orv::Chart
