@@ -30,6 +30,8 @@ void addAxes(KelChart2D& chart)
     time.autoScale.set(false);
     time.min.set(0.0);
     time.max.set(hours);
+    // Shown as it is, not rounded out to 25 h, so that the periods sit on their hours.
+    time.tightRange.set(true);
     auto& periods = static_cast<KelChartAxisDiscrete&>(
         chart.axisX.createSecond(QStringLiteral("top"), KelChartAxisDiscrete::typeString));
     periods.title.set(QStringLiteral("period"));

@@ -53,7 +53,8 @@ void ChartFrames::rescale(QSize size)
     std::vector<const KelChartDecimatedView*> views;
     for (const auto& view : m_views)
         views.push_back(view.get());
-    m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views));
+    // A click on a hidden series' faded entry shows it again.
+    m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views), true);
 }
 
 void ChartFrames::paint(QPainter& painter) const

@@ -22,26 +22,39 @@ bool hasAxis(const KelChartPipeline& run, AxisSide side)
     return run.yScales().second().valid();
 }
 
-std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run)
+std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run, bool listsHidden)
 {
     std::vector<std::size_t> entries;
     const KelChartPerVariableScaling& scaling = run.scaling();
-    for (std::size_t i = 0; i < scaling.size(); ++i)
-        if (scaling.valid(i) && scaling.variable(i).variable().legend.get())
+    for (std::size_t i = 0; i < scaling.size(); ++i) {
+        const KelChartVariable& variable = scaling.variable(i).variable();
+        const bool hidden = listsHidden && !variable.enabled.get();
+        if ((scaling.valid(i) || hidden) && variable.legend.get())
             entries.push_back(i);
+    }
     return entries;
 }
 
 } // namespace
 
-ChartLayout::ChartLayout(const Plot& pipeline, QSize size)
-    : ChartLayout(pipeline.run(), size, legendLookOf(pipeline.chart()))
+namespace {
+
+LegendLook withHidden(LegendLook look, bool listsHidden)
+{
+    look.listsHidden = listsHidden;
+    return look;
+}
+
+} // namespace
+
+ChartLayout::ChartLayout(const Plot& pipeline, QSize size, bool listsHidden)
+    : ChartLayout(pipeline.run(), size, withHidden(legendLookOf(pipeline.chart()), listsHidden))
 {
 }
 
 ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size, const LegendLook& legend)
     : m_size(size)
-    , m_legendEntries(legendEntriesOf(pipeline))
+    , m_legendEntries(legendEntriesOf(pipeline, legend.listsHidden))
     , m_legend(legend)
 {
     Margins margins{hasAxis(pipeline, AxisSide::Left) ? verticalAxisWidth : emptySide,

@@ -28,7 +28,8 @@ public:
     static constexpr int minimumWidth = 240;
     static constexpr int minimumHeight = 180;
 
-    ChartLayout(const Plot& pipeline, QSize size);
+    // `listsHidden`: see LegendLook.
+    ChartLayout(const Plot& pipeline, QSize size, bool listsHidden = false);
     ChartLayout(const KelChartPipeline& run, QSize size, const LegendLook& legend);
 
     QSize size() const { return m_size; }
@@ -38,7 +39,8 @@ public:
     QRectF axisBand(AxisSide side) const;
 
     // The cache positions of the variables with a legend entry, in order;
-    // the grid tells how many of them are drawn.
+    // the grid tells how many of them are drawn. Hidden series have one when
+    // the legend lists them.
     const std::vector<std::size_t>& legendEntries() const { return m_legendEntries; }
     const LegendLook& legend() const { return m_legend; }
     const LegendGrid& legendGrid() const { return m_grid; }

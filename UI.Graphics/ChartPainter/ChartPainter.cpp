@@ -44,9 +44,10 @@ ChartPainter::ChartPainter(const Plot& pipeline, QSize size)
     makeOwnViews();
 }
 
-ChartPainter::ChartPainter(const Plot& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views)
+ChartPainter::ChartPainter(const Plot& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views,
+                           bool listsHidden)
     : m_pipeline(pipeline)
-    , m_layout(pipeline, size)
+    , m_layout(pipeline, size, listsHidden)
     , m_views(std::move(views))
 {
     if (m_views.size() != pipeline.scaling().size()) {
@@ -129,11 +130,16 @@ void ChartPainter::paintLegendText(QPainter& painter, const QRectF& box, const Q
                       look.shadow);
 }
 
-// A swatch of the series' look, then its title, or its name when untitled.
+// A swatch of the series' look, then its title, or its name when untitled;
+// a hidden series' entry is faded.
 void ChartPainter::paintLegendEntry(QPainter& painter, const KelChartVariable& variable, const QRectF& cell) const
 {
+    constexpr double hiddenOpacity = 0.3;
     const KelChartVariableStyle& style = variable.style;
     const QRectF swatch(cell.left(), cell.center().y() - 5, swatchWidth, 10);
+    const double opacity = painter.opacity();
+    if (!variable.enabled.get())
+        painter.setOpacity(opacity * hiddenOpacity);
     painter.save();
     if (SeriesLook::drawsFromBaseLine(style)) {
         // A gradient outline shows in its first colour, as the line's swatch does.
@@ -148,6 +154,7 @@ void ChartPainter::paintLegendEntry(QPainter& painter, const KelChartVariable& v
     painter.restore();
     const QString name = variable.title.get().isEmpty() ? variable.name() : variable.title.get();
     paintLegendText(painter, cell.adjusted(swatchWidth + 6, 0, -4, 0), name);
+    painter.setOpacity(opacity);
 }
 
 std::optional<ChartPainter::Format> ChartPainter::formatOf(const QString& path)

@@ -31,7 +31,9 @@ public:
     // pipeline's caches in their order, kept across frames so that each
     // summary is built once; they must outlive the painter. With another
     // count of views it warns and makes its own.
-    ChartPainter(const Plot& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views);
+    // `listsHidden`: the legend keeps faded entries for hidden series (see LegendLook).
+    ChartPainter(const Plot& pipeline, QSize size, std::vector<const KelChartDecimatedView*> views,
+                 bool listsHidden = false);
 
     const ChartLayout& layout() const { return m_layout; }
 

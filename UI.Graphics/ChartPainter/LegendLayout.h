@@ -47,6 +47,9 @@ struct LegendLook {
     QColor border = Qt::transparent;
     QColor text = Qt::black;
     QColor shadow = Qt::transparent;
+    // Whether series hidden by their "enabled" keep an entry, drawn faded, so
+    // that an interactive view can show them again with a click on it.
+    bool listsHidden = false;
 
     bool boxed() const { return !background.isEmpty() || border.alpha() > 0; }
 };

@@ -3,7 +3,9 @@
 // continuous axis of the frame gets a fixed range ("autoScale" off, "min" and
 // "max") computed in its scale's coordinates, which are log10 of the values
 // on a logarithmic axis, and written back as real values (numbers in the
-// axis's unit on a time axis). Discrete axes keep their categories.
+// axis's unit on a time axis). The range is shown as written ("tightRange"
+// on): a zoom in and out again, or a pan, moves by exactly what it asked.
+// Discrete axes keep their categories.
 
 #include "OrvChartWidgetsExport.h"
 #include "ChartLayout.h"
@@ -15,6 +17,7 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <cstddef>
 #include <vector>
 
 namespace Orv::Chart {
@@ -23,12 +26,17 @@ namespace Orv::Chart {
 // plot edge it runs along.
 struct ORV_CHARTWIDGETS_EXPORT AxisSpan {
     KelChartAxisContinuous* axis;
+    // As series name it ("axis.y.left").
+    QString name;
+    AxisSide side;
     bool horizontal;
     bool logarithmic;
     bool inverted;
     double min;
     double max;
     QRectF plot;
+    // The band beside the plot with the axis's ticks and labels.
+    QRectF band;
 
     // The scale coordinate under the pixel, along this axis.
     double valueAt(QPointF pixel) const;
@@ -38,6 +46,8 @@ struct ORV_CHARTWIDGETS_EXPORT AxisSpan {
 
 class ORV_CHARTWIDGETS_EXPORT AxisRanges {
 public:
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
     AxisRanges(const Orv::Chart::Plot& pipeline, const Orv::Chart::AxisPairs& pairs,
                const Orv::Chart::ChartLayout& layout);
 
@@ -45,8 +55,17 @@ public:
 
     // `factor` < 1 zooms in, keeping the value under `centre` in place.
     void zoom(QPointF centre, double factor) const;
-    // Moves the ranges so that the value under `from` comes under `to`.
-    void pan(QPointF from, QPointF to) const;
+    // The same along one axis only.
+    void zoomAxis(std::size_t span, QPointF centre, double factor) const;
+    // The span whose axis band holds the pixel, or npos.
+    std::size_t spanAt(QPointF pixel) const;
+    // The vertical axes to the data inside the horizontal ranges shown, with
+    // a margin of 5% at each end; axes without such data keep their ranges.
+    // `pipeline` is the frame's the ranges were taken from.
+    void fitVertical(const Orv::Chart::Plot& pipeline) const;
+    // Moves the ranges so that the value under `from` comes under `to`; all
+    // of them, or only the span at that index.
+    void pan(QPointF from, QPointF to, std::size_t only = npos) const;
     // Zooms to the values inside the pixel rectangle.
     void zoomTo(const QRectF& rect) const;
     // Every continuous axis back to automatic ranges.
@@ -54,6 +73,7 @@ public:
 
 private:
     static void write(const AxisSpan& span, double min, double max);
+    static void zoomSpan(const AxisSpan& span, QPointF centre, double factor);
 
     std::vector<AxisSpan> m_spans;
 };

@@ -3,20 +3,38 @@
 #include "AxisRanges.h"
 #include "HoverText.h"
 
+#include "KelChartVariable.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Orv::Chart {
 
 namespace {
 
-// One wheel notch (120 eighths of a degree) shrinks the ranges to this share.
+// One wheel notch (120 eighths of a degree) shrinks the ranges to this share;
+// a notch back widens them by its inverse, so that in and out cancel.
 constexpr double zoomPerNotch = 0.8;
 // Smaller drags are clicks.
-constexpr double bandThreshold = 3;
+constexpr double dragThreshold = 3;
+// Wheel notches closer together than this are one step of the history.
+constexpr qint64 wheelGestureMs = 700;
+// An arrow key moves the content by this share of the plot.
+constexpr double keyPanShare = 0.1;
+// Shift with Left or Right moves the point cursor by this many points.
+constexpr long bigStep = 10;
+constexpr double markerRadius = 4;
+
+const QColor bandColour(40, 80, 160);
+const QColor crosshairColour(90, 90, 90, 160);
 
 QPointF positionOf(const QMouseEvent* event)
 {
@@ -27,6 +45,11 @@ QPointF positionOf(const QMouseEvent* event)
 #endif
 }
 
+bool finite(QPointF point)
+{
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
 } // namespace
 
 ChartWidget::ChartWidget(QWidget* parent)
@@ -34,7 +57,8 @@ ChartWidget::ChartWidget(QWidget* parent)
 {
     setMouseTracking(true);
     setMinimumSize(Orv::Chart::ChartLayout::minimumWidth, Orv::Chart::ChartLayout::minimumHeight);
-    setFocusPolicy(Qt::WheelFocus);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 ChartWidget::~ChartWidget() = default;
@@ -44,11 +68,19 @@ void ChartWidget::setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs)
     m_pressRanges.reset();
     m_drag = Drag::None;
     m_frames.reset();
+    m_cursor = {};
+    m_hover.clear();
+    m_readOut.clear();
     if (chart != nullptr && pairs.exist()) {
         m_frames = std::make_unique<ChartFrames>(*chart, pairs);
         m_frames->rescale(size());
+        m_history.reset(ViewState::of(pairs));
+    } else {
+        m_history.reset(ViewState());
     }
     update();
+    Q_EMIT historyChanged();
+    Q_EMIT pointCursorChanged();
 }
 
 void ChartWidget::reload()
@@ -57,14 +89,122 @@ void ChartWidget::reload()
         return;
     m_frames->reload();
     m_frames->rescale(size());
+    setPointCursor(m_cursor.series, m_cursor.index);
+    refreshHover();
     update();
+}
+
+void ChartWidget::rescale()
+{
+    if (m_frames)
+        m_frames->rescale(size());
 }
 
 void ChartWidget::rangesWritten()
 {
-    m_frames->rescale(size());
+    rescale();
+    refreshHover();
     update();
     Q_EMIT rangesChanged();
+}
+
+void ChartWidget::viewChosen()
+{
+    m_history.push(ViewState::of(m_frames->pairs()));
+    Q_EMIT historyChanged();
+}
+
+void ChartWidget::showView(const ViewState& state)
+{
+    if (!m_frames)
+        return;
+    state.applyTo(m_frames->pairs());
+    rangesWritten();
+    Q_EMIT historyChanged();
+}
+
+void ChartWidget::home()
+{
+    if (!m_frames)
+        return;
+    showView(m_history.home());
+    viewChosen();
+}
+
+void ChartWidget::back()
+{
+    showView(m_history.back());
+}
+
+void ChartWidget::forward()
+{
+    showView(m_history.forward());
+}
+
+void ChartWidget::zoomIn()
+{
+    if (!m_frames)
+        return;
+    zoomAt(m_frames->layout().plot().center(), zoomPerNotch);
+    viewChosen();
+}
+
+void ChartWidget::zoomOut()
+{
+    if (!m_frames)
+        return;
+    zoomAt(m_frames->layout().plot().center(), 1.0 / zoomPerNotch);
+    viewChosen();
+}
+
+void ChartWidget::zoomAt(QPointF centre, double factor)
+{
+    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout()).zoom(centre, factor);
+    rangesWritten();
+}
+
+void ChartWidget::fitY()
+{
+    if (!m_frames)
+        return;
+    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout()).fitVertical(m_frames->pipeline());
+    rangesWritten();
+    viewChosen();
+}
+
+void ChartWidget::panBy(QPointF pixels)
+{
+    if (!m_frames)
+        return;
+    const QPointF centre = m_frames->layout().plot().center();
+    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout()).pan(centre, centre + pixels);
+    rangesWritten();
+    viewChosen();
+}
+
+QImage ChartWidget::image() const
+{
+    QImage image(size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    if (m_frames) {
+        QPainter painter(&image);
+        m_frames->paint(painter);
+    }
+    return image;
+}
+
+void ChartWidget::copyValues() const
+{
+    QString text = m_cursor.valid() ? pointCursorText() : QString();
+    if (text.isEmpty())
+        text = (QStringList(m_readOut) + m_hover).join(QLatin1Char('\n')).trimmed();
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
+}
+
+void ChartWidget::copyImage() const
+{
+    QApplication::clipboard()->setImage(image());
 }
 
 void ChartWidget::paintEvent(QPaintEvent*)
@@ -76,14 +216,17 @@ void ChartWidget::paintEvent(QPaintEvent*)
         return;
     }
     m_frames->paint(painter);
+    paintFocus(painter);
     paintBand(painter);
+    paintCrosshair(painter);
+    paintMarkers(painter);
     paintHover(painter);
 }
 
 void ChartWidget::resizeEvent(QResizeEvent*)
 {
-    if (m_frames)
-        m_frames->rescale(size());
+    rescale();
+    refreshHover();
 }
 
 void ChartWidget::wheelEvent(QWheelEvent* event)
@@ -91,9 +234,26 @@ void ChartWidget::wheelEvent(QWheelEvent* event)
     const int eighths = event->angleDelta().y();
     if (!m_frames || eighths == 0)
         return;
-    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout())
-        .zoom(event->position(), std::pow(zoomPerNotch, eighths / 120.0));
+    const QPointF at = event->position();
+    const double factor = std::pow(zoomPerNotch, eighths / 120.0);
+    const AxisRanges ranges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout());
+    if (m_frames->layout().plot().contains(at)) {
+        ranges.zoom(at, factor);
+    } else if (const std::size_t span = ranges.spanAt(at); span != AxisRanges::npos) {
+        ranges.zoomAxis(span, at, factor);
+    } else {
+        // Over the title or the legend the wheel has no point to zoom about.
+        event->ignore();
+        return;
+    }
     rangesWritten();
+    const bool sameGesture = m_wheelClock.isValid() && m_wheelClock.elapsed() < wheelGestureMs;
+    if (sameGesture)
+        m_history.amend(ViewState::of(m_frames->pairs()));
+    else
+        m_history.push(ViewState::of(m_frames->pairs()));
+    m_wheelClock.start();
+    Q_EMIT historyChanged();
     event->accept();
 }
 
@@ -101,23 +261,28 @@ void ChartWidget::mousePressEvent(QMouseEvent* event)
 {
     if (!m_frames)
         return;
+    const QPointF at = positionOf(event);
+    if (event->button() == Qt::LeftButton && !(event->modifiers() & Qt::ShiftModifier) && toggleLegendEntry(at))
+        return;
     const bool band = event->button() == Qt::RightButton ||
                       (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ShiftModifier));
     m_drag = band ? Drag::Band : event->button() == Qt::LeftButton ? Drag::Pan : Drag::None;
-    m_pressed = m_current = positionOf(event);
+    m_pressed = m_current = at;
     m_pressRanges = std::make_unique<AxisRanges>(m_frames->pipeline(), m_frames->pairs(), m_frames->layout());
+    // A drag that starts on an axis's labels moves that axis alone.
+    m_dragSpan = m_frames->layout().plot().contains(at) ? AxisRanges::npos : m_pressRanges->spanAt(at);
 }
 
 void ChartWidget::mouseMoveEvent(QMouseEvent* event)
 {
     m_current = positionOf(event);
     if (m_drag == Drag::Pan && m_pressRanges) {
-        m_pressRanges->pan(m_pressed, m_current);
+        m_pressRanges->pan(m_pressed, m_current, m_dragSpan);
         rangesWritten();
     } else if (m_drag == Drag::Band) {
         update();
     } else {
-        updateHover(positionOf(event));
+        updateHover(m_current);
     }
 }
 
@@ -125,67 +290,328 @@ void ChartWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     m_current = positionOf(event);
     const QRectF band = QRectF(m_pressed, m_current).normalized();
-    if (m_drag == Drag::Band && m_pressRanges && band.width() > bandThreshold && band.height() > bandThreshold) {
+    const bool moved = QLineF(m_pressed, m_current).length() > dragThreshold;
+    if (m_drag == Drag::Band && m_pressRanges && band.width() > dragThreshold && band.height() > dragThreshold) {
         m_pressRanges->zoomTo(band);
         rangesWritten();
+        viewChosen();
+    } else if (m_drag == Drag::Pan && moved) {
+        viewChosen();
     }
     m_drag = Drag::None;
     m_pressRanges.reset();
-    update();
+    updateHover(m_current);
 }
 
-void ChartWidget::mouseDoubleClickEvent(QMouseEvent*)
+void ChartWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (!m_frames)
-        return;
-    AxisRanges::autoScaleAll(m_frames->pairs());
-    rangesWritten();
+    // The first click of a double click on the legend already toggled its entry.
+    if (m_frames && m_frames->layout().plot().contains(positionOf(event)))
+        home();
 }
 
 void ChartWidget::leaveEvent(QEvent*)
 {
+    m_hovering = false;
     m_hover.clear();
+    m_readOut.clear();
+    m_hits.clear();
     update();
     Q_EMIT hoverChanged(QString());
 }
 
-void ChartWidget::updateHover(QPointF pixel)
+void ChartWidget::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void ChartWidget::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void ChartWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LocaleChange) {
+        refreshHover();
+        update();
+    }
+}
+
+// A legend entry under the pixel is hidden or shown through its "enabled",
+// so that the choice is saved with the chart.
+bool ChartWidget::toggleLegendEntry(QPointF pixel)
+{
+    const ChartLayout& layout = m_frames->layout();
+    const std::vector<std::size_t>& entries = layout.legendEntries();
+    const std::size_t shown = std::min(layout.legendGrid().shown, entries.size());
+    for (std::size_t entry = 0; entry < shown; ++entry) {
+        if (!layout.legendCell(entry).contains(pixel))
+            continue;
+        const QString name = m_frames->pipeline().cache().cache(entries[entry]).variable().name();
+        auto* variable = dynamic_cast<KelChartVariable*>(m_frames->chart().variables.at(name));
+        if (variable == nullptr)
+            return false;
+        const bool show = !variable->enabled.get();
+        variable->enabled.set(show);
+        reload();
+        Q_EMIT seriesToggled(name, show);
+        return true;
+    }
+    return false;
+}
+
+void ChartWidget::keyPressEvent(QKeyEvent* event)
 {
     if (!m_frames)
-        return;
-    m_hover = HoverText::lines(*m_frames, pixel);
-    m_hoverAt = pixel;
+        return QWidget::keyPressEvent(event);
+    const QRectF plot = m_frames->layout().plot();
+    const double dx = plot.width() * keyPanShare;
+    const double dy = plot.height() * keyPanShare;
+    // With the point cursor on a series Left and Right move it; Shift pans still.
+    const bool onPoint = m_cursor.valid() && !(event->modifiers() & Qt::ShiftModifier);
+    const long step = (event->modifiers() & Qt::ShiftModifier) ? bigStep : 1;
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return m_cursor.valid() && !(event->modifiers() & Qt::AltModifier) ? moveCursorAlong(-step) : panBy({dx, 0});
+    case Qt::Key_Right:
+        return m_cursor.valid() && !(event->modifiers() & Qt::AltModifier) ? moveCursorAlong(step) : panBy({-dx, 0});
+    case Qt::Key_Up:
+        return panBy({0, dy});
+    case Qt::Key_Down:
+        return panBy({0, -dy});
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return zoomIn();
+    case Qt::Key_Minus:
+        return zoomOut();
+    case Qt::Key_Home:
+        return (event->modifiers() & Qt::ControlModifier) && onPoint ? setPointCursor(m_cursor.series, 0) : home();
+    case Qt::Key_End:
+        if (onPoint)
+            return setPointCursor(m_cursor.series, PointCursor::npos - 1);
+        break;
+    case Qt::Key_Escape:
+        if (m_drag == Drag::Band) {
+            m_drag = Drag::None;
+            m_pressRanges.reset();
+            return update();
+        }
+        if (m_cursor.valid())
+            return setPointCursor(PointCursor::npos, 0);
+        break;
+    default:
+        break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+// Tab walks through the series with the point cursor, then on to the next widget.
+bool ChartWidget::focusNextPrevChild(bool next)
+{
+    if (m_frames && moveCursorToSeries(next))
+        return true;
+    if (m_cursor.valid())
+        setPointCursor(PointCursor::npos, 0);
+    return QWidget::focusNextPrevChild(next);
+}
+
+std::vector<std::size_t> ChartWidget::drawnSeries() const
+{
+    std::vector<std::size_t> series;
+    const KelChartPerVariableScaling& scaling = m_frames->pipeline().scaling();
+    for (std::size_t i = 0; i < scaling.size(); ++i)
+        if (scaling.valid(i) && !scaling.variable(i).x().empty())
+            series.push_back(i);
+    return series;
+}
+
+bool ChartWidget::moveCursorToSeries(bool next)
+{
+    const std::vector<std::size_t> series = drawnSeries();
+    if (series.empty())
+        return false;
+    auto at = std::find(series.begin(), series.end(), m_cursor.series);
+    if (at == series.end())
+        at = next ? series.begin() : series.end() - 1;
+    else if (next ? at + 1 == series.end() : at == series.begin())
+        return false;
+    else
+        at += next ? 1 : -1;
+    setPointCursor(*at, nearestOnSeries(*at));
+    return true;
+}
+
+// The point of a series nearest along x to the cursor's point, or to the plot's centre.
+std::size_t ChartWidget::nearestOnSeries(std::size_t series) const
+{
+    const QPointF from = m_cursor.valid() ? HoverText::pointPixel(*m_frames, m_cursor.series, m_cursor.index)
+                                          : m_frames->layout().plot().center();
+    const AxisRanges ranges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout());
+    const KelChartVariableCache& cache = m_frames->pipeline().scaling().variable(series);
+    for (const AxisSpan& span : ranges.spans()) {
+        if (span.name != cache.variable().xAxis.get() || !m_frames->view(series).ordered())
+            continue;
+        const std::size_t k = cache.nearestIndex(span.valueAt(finite(from) ? from : m_frames->layout().plot().center()));
+        if (k != KelChartVariableCache::npos)
+            return k;
+    }
+    return 0;
+}
+
+void ChartWidget::setPointCursor(std::size_t series, std::size_t index)
+{
+    PointCursor cursor;
+    if (m_frames && series != PointCursor::npos) {
+        const std::vector<std::size_t> drawn = drawnSeries();
+        if (std::find(drawn.begin(), drawn.end(), series) != drawn.end()) {
+            const std::size_t count = m_frames->pipeline().scaling().variable(series).x().size();
+            cursor = {series, std::min(index, count - 1)};
+        }
+    }
+    const bool moved = !(cursor == m_cursor);
+    m_cursor = cursor;
+    if (cursor.valid())
+        keepCursorInView();
     update();
-    Q_EMIT hoverChanged(m_hover.join(QStringLiteral("; ")));
+    if (moved)
+        Q_EMIT pointCursorChanged();
+}
+
+void ChartWidget::moveCursorAlong(long steps)
+{
+    const long index = static_cast<long>(m_cursor.index) + steps;
+    setPointCursor(m_cursor.series, static_cast<std::size_t>(std::max(0L, index)));
+}
+
+// A point cursor that leaves the plot brings the ranges along, centred on it.
+void ChartWidget::keepCursorInView()
+{
+    const QRectF plot = m_frames->layout().plot();
+    const QPointF at = HoverText::pointPixel(*m_frames, m_cursor.series, m_cursor.index);
+    if (!std::isfinite(at.x()) || (at.x() >= plot.left() && at.x() <= plot.right()))
+        return;
+    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout())
+        .pan(QPointF(at.x(), plot.center().y()), plot.center());
+    rangesWritten();
+}
+
+QString ChartWidget::pointCursorText() const
+{
+    if (!m_frames || !m_cursor.valid())
+        return {};
+    return HoverText::pointText(*m_frames, m_cursor.series, m_cursor.index, locale());
+}
+
+void ChartWidget::updateHover(QPointF pixel)
+{
+    m_hovering = true;
+    m_hoverAt = pixel;
+    if (!m_frames)
+        return;
+    const HoverText::Hover hover = HoverText::at(*m_frames, pixel, locale());
+    m_readOut = hover.readOut;
+    m_hits = hover.hits;
+    m_hover.clear();
+    for (const HoverText::Hit& hit : m_hits)
+        m_hover << hit.line;
+    update();
+    Q_EMIT hoverChanged((QStringList(m_readOut) + m_hover).join(QStringLiteral("; ")));
+}
+
+// After the frame changed under a still cursor: what it points at now.
+void ChartWidget::refreshHover()
+{
+    if (m_hovering && m_drag == Drag::None)
+        updateHover(m_hoverAt);
 }
 
 void ChartWidget::paintBand(QPainter& painter) const
 {
     if (m_drag != Drag::Band)
         return;
-    painter.setPen(QPen(QColor(40, 80, 160), 1, Qt::DashLine));
-    painter.setBrush(QColor(40, 80, 160, 40));
+    painter.setPen(QPen(bandColour, 1, Qt::DashLine));
+    painter.setBrush(QColor(bandColour.red(), bandColour.green(), bandColour.blue(), 40));
     painter.drawRect(QRectF(m_pressed, m_current).normalized());
 }
 
-// A box beside the cursor, kept inside the widget.
+void ChartWidget::paintCrosshair(QPainter& painter) const
+{
+    const QRectF plot = m_frames->layout().plot();
+    if (m_drag != Drag::None || m_readOut.isEmpty() || !plot.contains(m_hoverAt))
+        return;
+    painter.setPen(QPen(crosshairColour, 1, Qt::DashLine));
+    painter.drawLine(QPointF(m_hoverAt.x(), plot.top()), QPointF(m_hoverAt.x(), plot.bottom()));
+    painter.drawLine(QPointF(plot.left(), m_hoverAt.y()), QPointF(plot.right(), m_hoverAt.y()));
+}
+
+void ChartWidget::paintMarkers(QPainter& painter) const
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(m_frames->layout().plot().adjusted(-markerRadius, -markerRadius, markerRadius, markerRadius));
+    if (m_drag == Drag::None) {
+        painter.setPen(QPen(Qt::black, 1.5));
+        painter.setBrush(QColor(255, 255, 255, 200));
+        for (const HoverText::Hit& hit : m_hits)
+            if (finite(hit.pixel))
+                painter.drawEllipse(hit.pixel, markerRadius, markerRadius);
+    }
+    if (m_cursor.valid()) {
+        const QPointF at = HoverText::pointPixel(*m_frames, m_cursor.series, m_cursor.index);
+        if (finite(at)) {
+            painter.setPen(QPen(palette().color(QPalette::Highlight), 2.5));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawEllipse(at, markerRadius + 2, markerRadius + 2);
+        }
+    }
+    painter.restore();
+}
+
+// A box beside the cursor (or the point cursor), kept inside the widget.
 void ChartWidget::paintHover(QPainter& painter) const
 {
-    if (m_hover.isEmpty() || m_drag != Drag::None)
+    QStringList lines;
+    QPointF at;
+    if (m_drag == Drag::None && !m_readOut.isEmpty()) {
+        lines = QStringList(m_readOut) + m_hover;
+        at = m_hoverAt;
+    } else if (m_cursor.valid()) {
+        lines << pointCursorText();
+        at = HoverText::pointPixel(*m_frames, m_cursor.series, m_cursor.index);
+    }
+    if (lines.isEmpty() || !finite(at))
         return;
-    const QString text = m_hover.join(QLatin1Char('\n'));
+    const QString text = lines.join(QLatin1Char('\n'));
     QRectF box = painter.fontMetrics().boundingRect(QRect(0, 0, width(), height()), Qt::AlignLeft, text);
     box.adjust(-6, -4, 6, 4);
-    box.moveTopLeft(m_hoverAt + QPointF(14, 14));
+    box.moveTopLeft(at + QPointF(14, 14));
     if (box.right() > width())
-        box.moveRight(m_hoverAt.x() - 14);
+        box.moveRight(at.x() - 14);
+    if (box.left() < 0)
+        box.moveLeft(std::max(0.0, width() - box.width()));
     if (box.bottom() > height())
-        box.moveBottom(m_hoverAt.y() - 14);
+        box.moveBottom(at.y() - 14);
+    if (box.top() < 0)
+        box.moveTop(0);
     painter.setPen(QColor(90, 90, 90));
     painter.setBrush(QColor(255, 255, 240, 235));
     painter.drawRect(box);
     painter.setPen(Qt::black);
     painter.drawText(box.adjusted(6, 4, -6, -4), Qt::AlignLeft, text);
+}
+
+// Keyboard focus shows as a frame around the plot.
+void ChartWidget::paintFocus(QPainter& painter) const
+{
+    if (!hasFocus())
+        return;
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(m_frames->layout().plot().adjusted(-3, -3, 3, 3));
 }
 
 } // namespace Orv::Chart

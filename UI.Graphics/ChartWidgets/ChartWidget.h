@@ -1,21 +1,49 @@
 #pragma once
-// The chart in a widget, moved with the mouse as a host moves it: through
-// the axes' range properties (see AxisRanges), then a new frame over the kept
-// caches. The wheel zooms about the cursor, a left drag pans, a right drag
-// (or a left drag with Shift) zooms to the rubber band, a double click gives
-// the axes their automatic ranges back. Hovering lists the nearest point of
-// each series.
+// The chart in a widget, driven with the mouse and the keyboard as a host
+// drives it: through the axes' range properties (see AxisRanges), then a new
+// frame over the kept caches.
+//
+// Mouse: the wheel zooms about the cursor (over an axis band, that axis
+// alone), a left drag pans, a right drag (or a left drag with Shift) zooms to
+// the rubber band, a double click goes back to the view the chart opened with
+// (Home), a click on a legend entry hides or shows that series. Hovering
+// shows a crosshair with the cursor's position in axis units and marks the
+// nearest point of each series.
+//
+// Keyboard: arrows pan, + and - zoom, Home, Escape cancels a rubber band,
+// Tab and Shift+Tab move the point cursor between series, Left and Right
+// (Home and End with Ctrl) move it along one.
+//
+// Every navigation is a view: `back()` and `forward()` walk through them.
+// A view holds its ranges exactly: the axes it writes get "tightRange".
 
 #include "OrvChartWidgetsExport.h"
 #include "ChartFrames.h"
+#include "HoverText.h"
+#include "ViewHistory.h"
 
+#include <QElapsedTimer>
+#include <QImage>
 #include <QPointF>
 #include <QStringList>
 #include <QWidget>
 
+#include <cstddef>
 #include <memory>
+#include <vector>
 
 namespace Orv::Chart {
+
+// A point of one series, chosen with the keyboard.
+struct PointCursor {
+    // Positions in the frame's per-variable scaling; no series when npos.
+    std::size_t series = npos;
+    std::size_t index = 0;
+
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+    bool valid() const { return series != npos; }
+    bool operator==(const PointCursor& other) const { return series == other.series && index == other.index; }
+};
 
 class ORV_CHARTWIDGETS_EXPORT ChartWidget : public QWidget {
     Q_OBJECT
@@ -23,18 +51,57 @@ public:
     explicit ChartWidget(QWidget* parent = nullptr);
     ~ChartWidget() override;
 
-    // The chart, or none; it and its pairs must outlive the view or be replaced first.
+    // The chart, or none; it and its pairs must outlive the view or be
+    // replaced first. Its ranges now are the Home view; the history starts anew.
     void setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs);
     // The frames drawn, null without a chart.
     const ChartFrames* frames() const { return m_frames.get(); }
     // After a change of the chart outside the view: new caches and a new frame.
     void reload();
+
+    // What the hover shows: the cursor's position, then one line per series.
     const QStringList& hoverLines() const { return m_hover; }
+    // The cursor's position in axis units ("x = 12.5 h, y = 3.2 degC"), empty outside the plot.
+    QString readOut() const { return m_readOut; }
+
+    bool canGoBack() const { return m_history.canGoBack(); }
+    bool canGoForward() const { return m_history.canGoForward(); }
+    const ViewHistory& history() const { return m_history; }
+
+    PointCursor pointCursor() const { return m_cursor; }
+    // Moves the keyboard's point cursor; out of range positions are clamped.
+    void setPointCursor(std::size_t series, std::size_t index);
+    // "air temperature: x = 13 h, y = 8.13 degC", or empty without a cursor.
+    QString pointCursorText() const;
+
+    // The chart as drawn now, without hover or rubber band.
+    QImage image() const;
+
+public Q_SLOTS:
+    void home();
+    void back();
+    void forward();
+    // About the plot's centre, by one wheel notch.
+    void zoomIn();
+    void zoomOut();
+    // The y axes to the data inside the x ranges shown.
+    void fitY();
+    // Moves the content by that many pixels.
+    void panBy(QPointF pixels);
+    // Copies the hover's or the point cursor's values as text.
+    void copyValues() const;
+    // Copies the chart as an image.
+    void copyImage() const;
 
 Q_SIGNALS:
     // The view wrote axis ranges into the chart.
     void rangesChanged();
     void hoverChanged(const QString& text);
+    // `canGoBack` or `canGoForward` may have changed.
+    void historyChanged();
+    void pointCursorChanged();
+    // A legend click wrote a series' "enabled".
+    void seriesToggled(const QString& variableName, bool shown);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,25 +111,53 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     enum class Drag { None, Pan, Band };
 
+    void rescale();
     void rangesWritten();
+    void viewChosen();
+    void showView(const ViewState& state);
+    void zoomAt(QPointF centre, double factor);
+    bool toggleLegendEntry(QPointF pixel);
+    std::vector<std::size_t> drawnSeries() const;
+    bool moveCursorToSeries(bool next);
+    std::size_t nearestOnSeries(std::size_t series) const;
+    void moveCursorAlong(long steps);
+    void keepCursorInView();
     void updateHover(QPointF pixel);
+    void refreshHover();
     void paintBand(QPainter& painter) const;
+    void paintCrosshair(QPainter& painter) const;
+    void paintMarkers(QPainter& painter) const;
     void paintHover(QPainter& painter) const;
+    void paintFocus(QPainter& painter) const;
 
     std::unique_ptr<ChartFrames> m_frames;
+    ViewHistory m_history;
     Drag m_drag = Drag::None;
     QPointF m_pressed;
     QPointF m_current;
     // The ranges at the press: a pan moves from them by the whole drag, so
     // that rounding does not add up over many small steps.
     std::unique_ptr<class AxisRanges> m_pressRanges;
+    // The axis a drag on its labels moves alone, or every axis (npos).
+    std::size_t m_dragSpan = static_cast<std::size_t>(-1);
+    QElapsedTimer m_wheelClock;
     QStringList m_hover;
+    std::vector<HoverText::Hit> m_hits;
+    QString m_readOut;
+    // The hovered pixel; none when the cursor is not over the widget.
     QPointF m_hoverAt;
+    bool m_hovering = false;
+    PointCursor m_cursor;
 };
 
 } // namespace Orv::Chart

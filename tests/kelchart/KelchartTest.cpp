@@ -53,7 +53,8 @@ TEST_F(KelchartTest, NoArgumentDrawsTheSampleAndSummarises)
     EXPECT_EQ(image.size(), QSize(800, 500));
 }
 
-// The expected text was checked by hand against the sample's data: ranges,
+// The expected text was checked by hand against the sample's data (the day shown
+// exactly, 0 to 24 h, ticks every 4 h): ranges,
 // ticks, unit labels, the degF sensor's bounds in degC, and the matrices.
 TEST_F(KelchartTest, SampleReportIsTheCheckedOne)
 {
