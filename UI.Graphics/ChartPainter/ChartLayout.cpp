@@ -22,15 +22,33 @@ bool hasAxis(const KelChartPipeline& run, AxisSide side)
     return run.yScales().second().valid();
 }
 
-std::vector<std::size_t> legendEntriesOf(const KelChartPipeline& run, bool listsHidden)
+struct LegendEntry {
+    std::size_t cache;
+    const KelChartVariable* variable;
+};
+
+// The drawn series with a legend entry, in the caches' order, which is their "order".
+std::vector<LegendEntry> drawnEntries(const KelChartPipeline& run)
 {
-    std::vector<std::size_t> entries;
+    std::vector<LegendEntry> entries;
     const KelChartPerVariableScaling& scaling = run.scaling();
-    for (std::size_t i = 0; i < scaling.size(); ++i) {
-        const KelChartVariable& variable = scaling.variable(i).variable();
-        const bool hidden = listsHidden && !variable.enabled.get();
-        if ((scaling.valid(i) || hidden) && variable.legend.get())
-            entries.push_back(i);
+    for (std::size_t i = 0; i < scaling.size(); ++i)
+        if (scaling.valid(i) && scaling.variable(i).variable().legend.get())
+            entries.push_back({i, &scaling.variable(i).variable()});
+    return entries;
+}
+
+// With the hidden series (no cache: "enabled" off) placed among them by their "order".
+std::vector<LegendEntry> withHiddenEntries(std::vector<LegendEntry> entries, const KelChartVariableList& variables)
+{
+    for (unsigned i = 0; i < variables.size(); ++i) {
+        const auto* variable = dynamic_cast<const KelChartVariable*>(variables[i]);
+        if (variable == nullptr || variable->enabled.get() || !variable->legend.get())
+            continue;
+        const auto after = std::find_if(entries.begin(), entries.end(), [variable](const LegendEntry& entry) {
+            return entry.variable->order.get() > variable->order.get();
+        });
+        entries.insert(after, {ChartLayout::npos, variable});
     }
     return entries;
 }
@@ -48,15 +66,23 @@ LegendLook withHidden(LegendLook look, bool listsHidden)
 } // namespace
 
 ChartLayout::ChartLayout(const Plot& pipeline, QSize size, bool listsHidden)
-    : ChartLayout(pipeline.run(), size, withHidden(legendLookOf(pipeline.chart()), listsHidden))
+    : ChartLayout(pipeline.run(), size, withHidden(legendLookOf(pipeline.chart()), listsHidden),
+                  &pipeline.chart().variables)
 {
 }
 
-ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size, const LegendLook& legend)
+ChartLayout::ChartLayout(const KelChartPipeline& pipeline, QSize size, const LegendLook& legend,
+                         const KelChartVariableList* variables)
     : m_size(size)
-    , m_legendEntries(legendEntriesOf(pipeline, legend.listsHidden))
     , m_legend(legend)
 {
+    std::vector<LegendEntry> entries = drawnEntries(pipeline);
+    if (legend.listsHidden && variables != nullptr)
+        entries = withHiddenEntries(std::move(entries), *variables);
+    for (const LegendEntry& entry : entries) {
+        m_legendEntries.push_back(entry.cache);
+        m_legendVariables.push_back(entry.variable);
+    }
     Margins margins{hasAxis(pipeline, AxisSide::Left) ? verticalAxisWidth : emptySide,
                     hasAxis(pipeline, AxisSide::Right) ? verticalAxisWidth : emptySide,
                     titleHeight + (hasAxis(pipeline, AxisSide::Top) ? horizontalAxisHeight : emptySide / 2),

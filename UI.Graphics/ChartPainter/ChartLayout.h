@@ -30,7 +30,10 @@ public:
 
     // `listsHidden`: see LegendLook.
     ChartLayout(const Plot& pipeline, QSize size, bool listsHidden = false);
-    ChartLayout(const KelChartPipeline& run, QSize size, const LegendLook& legend);
+    // Hidden series get legend entries when the look lists them and the
+    // chart's variables are given.
+    ChartLayout(const KelChartPipeline& run, QSize size, const LegendLook& legend,
+                const KelChartVariableList* variables = nullptr);
 
     QSize size() const { return m_size; }
     QRectF titleArea() const { return m_title; }
@@ -39,9 +42,12 @@ public:
     QRectF axisBand(AxisSide side) const;
 
     // The cache positions of the variables with a legend entry, in order;
-    // the grid tells how many of them are drawn. Hidden series have one when
-    // the legend lists them.
+    // the grid tells how many of them are drawn. Hidden series, which have no
+    // cache, are at npos when the legend lists them.
     const std::vector<std::size_t>& legendEntries() const { return m_legendEntries; }
+    // The variable of each entry.
+    const std::vector<const KelChartVariable*>& legendVariables() const { return m_legendVariables; }
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
     const LegendLook& legend() const { return m_legend; }
     const LegendGrid& legendGrid() const { return m_grid; }
     // The box around the drawn cells; empty when no legend is drawn.
@@ -83,6 +89,7 @@ private:
     QRectF m_title;
     QRectF m_plot;
     std::vector<std::size_t> m_legendEntries;
+    std::vector<const KelChartVariable*> m_legendVariables;
     LegendLook m_legend;
     LegendGrid m_grid;
     QRectF m_legendBox;

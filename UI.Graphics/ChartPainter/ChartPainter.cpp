@@ -102,9 +102,9 @@ void ChartPainter::paintLegend(QPainter& painter) const
         return;
     paintLegendBox(painter);
     painter.setFont(pixelFont(11));
-    const std::vector<std::size_t>& entries = m_layout.legendEntries();
+    const std::vector<const KelChartVariable*>& entries = m_layout.legendVariables();
     for (std::size_t entry = 0; entry < grid.shown; ++entry)
-        paintLegendEntry(painter, m_pipeline.scaling().variable(entries[entry]).variable(), m_layout.legendCell(entry));
+        paintLegendEntry(painter, *entries[entry], m_layout.legendCell(entry));
     if (grid.more > 0)
         paintLegendText(painter, m_layout.legendCell(grid.shown).adjusted(4, 0, -4, 0),
                         QStringLiteral("and %1 more").arg(grid.more));

@@ -7,7 +7,9 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -297,6 +299,8 @@ void ChartWidget::mouseReleaseEvent(QMouseEvent* event)
         viewChosen();
     } else if (m_drag == Drag::Pan && moved) {
         viewChosen();
+    } else if (m_drag == Drag::Band && event->button() == Qt::RightButton && !moved) {
+        showContextMenu(m_current.toPoint());
     }
     m_drag = Drag::None;
     m_pressRanges.reset();
@@ -346,12 +350,12 @@ void ChartWidget::changeEvent(QEvent* event)
 bool ChartWidget::toggleLegendEntry(QPointF pixel)
 {
     const ChartLayout& layout = m_frames->layout();
-    const std::vector<std::size_t>& entries = layout.legendEntries();
+    const std::vector<const KelChartVariable*>& entries = layout.legendVariables();
     const std::size_t shown = std::min(layout.legendGrid().shown, entries.size());
     for (std::size_t entry = 0; entry < shown; ++entry) {
         if (!layout.legendCell(entry).contains(pixel))
             continue;
-        const QString name = m_frames->pipeline().cache().cache(entries[entry]).variable().name();
+        const QString name = entries[entry]->name();
         auto* variable = dynamic_cast<KelChartVariable*>(m_frames->chart().variables.at(name));
         if (variable == nullptr)
             return false;
@@ -407,6 +411,29 @@ void ChartWidget::keyPressEvent(QKeyEvent* event)
         break;
     }
     QWidget::keyPressEvent(event);
+}
+
+// The right button draws rubber bands: its menu opens on a release without a
+// drag (see mouseReleaseEvent), the menu key's at once.
+void ChartWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        return;
+    const QPoint centre = m_frames ? m_frames->layout().plot().center().toPoint() : rect().center();
+    showContextMenu(rect().contains(event->pos()) ? event->pos() : centre);
+}
+
+void ChartWidget::showContextMenu(QPoint at)
+{
+    if (contextMenuPolicy() == Qt::CustomContextMenu) {
+        Q_EMIT customContextMenuRequested(at);
+    } else if (contextMenuPolicy() == Qt::ActionsContextMenu && !actions().isEmpty()) {
+        auto* menu = new QMenu(this);
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->addActions(actions());
+        menu->popup(mapToGlobal(at));
+    }
 }
 
 // Tab walks through the series with the point cursor, then on to the next widget.

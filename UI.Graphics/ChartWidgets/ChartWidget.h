@@ -1,7 +1,9 @@
 #pragma once
 // The chart in a widget, driven with the mouse and the keyboard as a host
 // drives it: through the axes' range properties (see AxisRanges), then a new
-// frame over the kept caches.
+// frame over the kept caches. A right click without a drag (or the menu key)
+// opens the context menu the host chose with Qt's context menu policy: the
+// widget's actions, or `customContextMenuRequested`.
 //
 // Mouse: the wheel zooms about the cursor (over an axis band, that axis
 // alone), a left drag pans, a right drag (or a left drag with Shift) zooms to
@@ -117,10 +119,12 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     enum class Drag { None, Pan, Band };
 
+    void showContextMenu(QPoint at);
     void rescale();
     void rangesWritten();
     void viewChosen();

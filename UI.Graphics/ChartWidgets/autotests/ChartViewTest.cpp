@@ -9,10 +9,12 @@
 #include "SampleChart.h"
 
 #include "KelChartAxisContinuous.h"
+#include "KelChartAxisTime.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QWheelEvent>
 
@@ -285,6 +287,57 @@ TEST_F(ChartViewTest, HoverOnATimeAxisNamesTheInstant)
     const QStringList last = Orv::Chart::HoverText::lines(frames(), QPointF(plot().right() - 1, plot().center().y()));
     ASSERT_EQ(last.size(), 1);
     EXPECT_TRUE(last[0].startsWith(QStringLiteral("y: x = 2012-03-04 02:00:00"))) << last[0].toStdString();
+}
+
+// Instants read in the axis's zone, to the fraction of a second they carry;
+// the cursor's own position to what one pixel tells apart.
+TEST_F(ChartViewTest, HoverTimesFollowTheAxisZoneAndPrecision)
+{
+    Orv::Chart::DataSet data = dataOf({0, 0, 0}, {1, 3, 2});
+    data.timeX = true;
+    constexpr std::int64_t march4th2012 = 1330819200LL * 1000000;
+    for (const std::int64_t millis : {0, 250, 500})
+        data.xTimes.push_back({march4th2012 + millis * 1000, true});
+    showData(data);
+    auto& time = dynamic_cast<KelChartAxisTime&>(*frames().pairs().find(QStringLiteral("axis.x.bottom")));
+    time.timeZone.set(QStringLiteral("Europe/Berlin"));
+    view.reload();
+    const auto at = [&](double share) {
+        return Orv::Chart::HoverText::at(frames(), QPointF(plot().left() + share * plot().width(), plot().center().y()));
+    };
+    const auto first = at(0.001);
+    ASSERT_EQ(first.hits.size(), 1u);
+    EXPECT_EQ(first.hits[0].line, QStringLiteral("y: x = 2012-03-04 01:00:00 CET, y = 1"));
+    const auto middle = at(0.5);
+    ASSERT_EQ(middle.hits.size(), 1u);
+    EXPECT_EQ(middle.hits[0].line, QStringLiteral("y: x = 2012-03-04 01:00:00.250 CET, y = 3"));
+    // Half a second over some hundred pixels: milliseconds, in the zone.
+    EXPECT_TRUE(middle.readOut.startsWith(QStringLiteral("x = 2012-03-04 01:00:00.25"))) << middle.readOut.toStdString();
+    EXPECT_TRUE(middle.readOut.contains(QStringLiteral("CET"))) << middle.readOut.toStdString();
+}
+
+// The sample's pressure sensor has gaps: no line says "nan" anywhere along the plot.
+TEST_F(ChartViewTest, GapsInASeriesNeverReadAsNan)
+{
+    for (double x = plot().left() + 1; x < plot().right(); x += 3) {
+        const QStringList lines = Orv::Chart::HoverText::lines(frames(), QPointF(x, plot().center().y()));
+        EXPECT_TRUE(lines.filter(QStringLiteral("nan"), Qt::CaseInsensitive).isEmpty()) << lines.join('\n').toStdString();
+    }
+}
+
+TEST_F(ChartViewTest, TheReadOutShowsTheDigitsAPixelTellsApart)
+{
+    const QPointF cursor = plot().center();
+    const QString wide = Orv::Chart::HoverText::at(frames(), cursor).readOut;
+    // 24 h over some 500 px: tenths of an hour; 18 degC over ~400 px: hundredths.
+    EXPECT_TRUE(wide.contains(QRegularExpression(QStringLiteral("^time = \\d+\\.\\d{2} h, period = \\w+, "
+                                                                "temperature = -?\\d+\\.\\d{2} degC, "
+                                                                "pressure = \\d+\\.\\d{3} kPa$"))))
+        << wide.toStdString();
+    for (int notch = 0; notch < 10; ++notch)
+        wheel(view, cursor, QPoint(0, 120));
+    const QString deep = Orv::Chart::HoverText::at(frames(), cursor).readOut;
+    EXPECT_TRUE(deep.contains(QRegularExpression(QStringLiteral("^time = \\d+\\.\\d{3} h")))) << deep.toStdString();
 }
 
 TEST_F(ChartViewTest, HoverOnAnInvertedAxisNamesThePointDrawnThere)
