@@ -13,6 +13,8 @@ KelChartAxisDiscrete::KelChartAxisDiscrete(KelModifiedGroup& group)
     , max(*this, QStringLiteral("max"), 0, QString())
     , labelOffset(*this, QStringLiteral("labelOffset"), std::vector<double>{0.5}, QString())
     , stacked(*this, QStringLiteral("stacked"), false, QString())
+    , viewMin(*this, QStringLiteral("viewMin"), 0.0, QString())
+    , viewMax(*this, QStringLiteral("viewMax"), 0.0, QString())
     , labels(group)
 {
     setType(typeString);
@@ -27,6 +29,8 @@ KelChartAxisDiscrete::KelChartAxisDiscrete(const KelChartAxisDiscrete& other)
     , max(*this, other.max)
     , labelOffset(*this, other.labelOffset)
     , stacked(*this, other.stacked)
+    , viewMin(*this, other.viewMin)
+    , viewMax(*this, other.viewMax)
     , labels(other.labels)
 {
     labels.rename(labelsName);

@@ -448,6 +448,12 @@ double KelChartAxisScale::relativePosition(double value) const
 void KelChartAxisScale::updateDiscrete(const KelChartAxisDiscrete& axis)
 {
     discreteDataRange();
+    const double lo = axis.viewMin.get();
+    const double hi = axis.viewMax.get();
+    if (m_max > m_min && lo < hi && std::isfinite(lo) && std::isfinite(hi)) {
+        takeCategoryWindow(axis, lo, hi);
+        return;
+    }
     if (!axis.autoScale.get())
         narrowToFixedRange(axis);
     // Whole slots, as a double: a range may hold more of them than any unsigned counts.
@@ -515,6 +521,31 @@ void KelChartAxisScale::takeCategories(const KelChartAxisDiscrete& axis, double 
         }
         appendCategory(QString(), n, step);
     }
+}
+
+// The categories whose slot centres lie in the window [lo, hi], placed
+// relative to it; the window may reach past the data on either side.
+void KelChartAxisScale::takeCategoryWindow(const KelChartAxisDiscrete& axis, double lo, double hi)
+{
+    KelLabelIterInterface& labels = const_cast<KelLabelIter&>(axis.labels);
+    m_min = lo;
+    m_max = hi;
+    const double first = std::max(0.0, std::ceil(lo - 0.5));
+    const double last = std::floor(hi - 0.5);
+    const auto add = [this, lo, hi](const QString& label, double n) {
+        m_labels.push_back(label);
+        m_values.push_back(n);
+        m_percentages.push_back(static_cast<float>((n + 0.5 - lo) / (hi - lo)));
+    };
+    labels.reset();
+    double n = 0;
+    for (; n <= last && labels.next(); ++n)
+        if (n >= first)
+            add(labels.currentLabel(), n);
+    for (n = std::max(n, first); n <= last && m_values.size() < MaxDiscreteEntries; ++n)
+        add(QString(), n);
+    m_size = static_cast<unsigned int>(m_values.size());
+    m_valid = true;
 }
 
 void KelChartAxisScale::appendCategory(const QString& label, double value, double step)

@@ -205,6 +205,7 @@ private:
     // The category range [min, max) of the data on this axis along x.
     void discreteDataRange();
     void narrowToFixedRange(const KelChartAxisDiscrete& axis);
+    void takeCategoryWindow(const KelChartAxisDiscrete& axis, double lo, double hi);
     void takeCategories(const KelChartAxisDiscrete& axis, double slots);
     void appendCategory(const QString& label, double value, double step);
 

@@ -1,7 +1,8 @@
 #include "AxisPainter_p.h"
 
 #include "KelChartAxis.h"
-#include "NumberText.h"
+#include "KelChartAxisTime.h"
+#include "LocaleText.h"
 #include "TextStyle_p.h"
 
 #include <algorithm>
@@ -49,13 +50,13 @@ QPointF across(const QRectF& plot, AxisSide side, QPointF from)
 
 // A power of ten as 10 with a superscript exponent ("10\u2076", "10\u207b\u00b3"), read at a glance where
 // "1000000" needs its zeros counted; any other factor as its number.
-QString factorNumber(double factor)
+QString factorNumber(double factor, const QLocale& locale)
 {
     static const char16_t superscripts[] = {u'\u2070', u'\u00b9', u'\u00b2', u'\u00b3', u'\u2074',
                                             u'\u2075', u'\u2076', u'\u2077', u'\u2078', u'\u2079'};
     const double exponent = std::round(std::log10(factor));
     if (!(factor > 0) || !std::isfinite(exponent) || std::abs(std::pow(10.0, exponent) - factor) > 1e-12 * factor)
-        return numberText(factor);
+        return LocaleText::number(factor, locale);
     QString text = QStringLiteral("10");
     if (exponent < 0)
         text += QChar(u'\u207b');
@@ -66,13 +67,19 @@ QString factorNumber(double factor)
 
 } // namespace
 
-AxisPainter::AxisPainter(QPainter& painter, const ChartLayout& layout)
+AxisPainter::AxisPainter(QPainter& painter, const ChartLayout& layout, const QLocale& locale)
     : m_painter(painter)
     , m_layout(layout)
+    , m_locale(locale)
 {
 }
 
-QString AxisPainter::caption(const PlotAxis& axis)
+double AxisPainter::labelColumn(const QRectF& band)
+{
+    return band.width() - tickLength - labelGap - captionHeight;
+}
+
+QString AxisPainter::caption(const PlotAxis& axis) const
 {
     return joined(titleAndUnit(axis), factorText(axis));
 }
@@ -87,9 +94,10 @@ QString AxisPainter::unitText(const PlotAxis& axis)
     return axis.unitLabel.isEmpty() ? QString() : QLatin1Char('[') + axis.unitLabel + QLatin1Char(']');
 }
 
-QString AxisPainter::factorText(const PlotAxis& axis)
+QString AxisPainter::factorText(const PlotAxis& axis) const
 {
-    return axis.factor == 1.0 ? QString() : QStringLiteral("(\u00d7 ") + factorNumber(axis.factor) + QLatin1Char(')');
+    return axis.factor == 1.0 ? QString()
+                              : QStringLiteral("(\u00d7 ") + factorNumber(axis.factor, m_locale) + QLatin1Char(')');
 }
 
 QString AxisPainter::joined(const QString& head, const QString& tail)
@@ -153,23 +161,34 @@ void AxisPainter::paintTickLabel(const PlotAxis& axis, const Tick& tick)
 {
     const QPointF at = m_layout.alongAxis(axis.side, tick.position) + outward(axis.side) * (tickLength + labelGap);
     m_painter.setFont(tickLabelFont());
+    const QString text = tickText(axis, tick.label);
     switch (axis.side) {
     case AxisSide::Bottom:
-        return paintText(horizontalLabelBox(tick.label, at.x(), at.y()), Qt::AlignHCenter | Qt::AlignTop, tick.label,
-                         axis);
+        return paintText(horizontalLabelBox(text, at.x(), at.y()), Qt::AlignHCenter | Qt::AlignTop, text, axis);
     case AxisSide::Top:
-        return paintText(horizontalLabelBox(tick.label, at.x(), at.y() - 14), Qt::AlignHCenter | Qt::AlignBottom,
-                         tick.label, axis);
+        return paintText(horizontalLabelBox(text, at.x(), at.y() - 14), Qt::AlignHCenter | Qt::AlignBottom, text, axis);
     case AxisSide::Left:
     case AxisSide::Right:
         break;
     }
     // Beside a vertical axis, a label keeps off the caption and the image edge.
-    const double room = m_layout.axisBand(axis.side).width() - tickLength - labelGap - captionHeight;
-    const QString label = elided(m_painter, tick.label, room);
+    const double room = labelColumn(m_layout.axisBand(axis.side));
+    const QString label = elided(m_painter, text, room);
     if (axis.side == AxisSide::Left)
         return paintText(QRectF(at.x() - room, at.y() - 7, room, 14), Qt::AlignRight | Qt::AlignVCenter, label, axis);
     paintText(QRectF(at.x(), at.y() - 7, room, 14), Qt::AlignLeft | Qt::AlignVCenter, label, axis);
+}
+
+// Category names are the user's; so are the numbers of a time axis's own
+// label format, whose "14.03." is a date and no decimal.
+QString AxisPainter::tickText(const PlotAxis& axis, const QString& label) const
+{
+    if (axis.discrete)
+        return label;
+    const auto* time = dynamic_cast<const KelChartAxisTime*>(axis.axis);
+    if (time && !time->labelFormat.get().trimmed().isEmpty())
+        return LocaleText::names(label, m_locale);
+    return LocaleText::label(label, m_locale);
 }
 
 // Centred on its tick, but moved inwards where it would leave the image.
@@ -204,9 +223,9 @@ void AxisPainter::paintCaption(const PlotAxis& axis)
         m_painter.rotate(90);
         break;
     }
-    // What the time labels leave out, at the far end of the axis, where a
-    // reader looks for it; the centred caption keeps clear of it.
-    const QString offset = elided(m_painter, axis.offsetText, box.width() / 3);
+    // What the labels leave out, at the far end of the axis, where a reader
+    // looks for it; the centred caption keeps clear of it.
+    const QString offset = elided(m_painter, LocaleText::label(axis.offsetText, m_locale), box.width() / 3);
     const double offsetWidth = offset.isEmpty() ? 0.0 : QFontMetricsF(m_painter.font()).horizontalAdvance(offset);
     const double captionRoom = box.width() - 2 * (offsetWidth + (offset.isEmpty() ? 0.0 : captionGap));
     paintText(box, Qt::AlignCenter, fittedCaption(axis, captionRoom), axis);

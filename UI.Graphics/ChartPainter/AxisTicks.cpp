@@ -6,7 +6,8 @@
 
 namespace Orv::Chart {
 
-AxisTicks::AxisTicks(const KelChartAxisScale& scale, unsigned stride, const std::vector<bool>& minorLabels)
+AxisTicks::AxisTicks(const KelChartAxisScale& scale, unsigned stride, const std::vector<bool>& minorLabels,
+                     const std::vector<QString>& majorLabels)
     : m_logarithmic(scale.logarithmic())
 {
     // A discrete scale may have more slots than it stores entries.
@@ -16,7 +17,7 @@ AxisTicks::AxisTicks(const KelChartAxisScale& scale, unsigned stride, const std:
     for (unsigned i = 0; i < majors; ++i) {
         Tick& tick = m_major.emplace_back();
         tick.value = scale.value(i);
-        tick.label = scale.label(i);
+        tick.label = i < majorLabels.size() ? majorLabels[i] : scale.label(i);
         tick.position = scale.percentage(i);
         tick.labelled = i % every == 0;
     }

@@ -17,6 +17,8 @@ namespace Orv::Chart {
 struct Tick {
     // In the axis's coordinates: log10 of the real value on a logarithmic axis.
     double value = 0;
+    // In the C locale, as the model writes it; relative to the axis's offset
+    // where it has one. A view draws it in its locale (see LocaleText).
     QString label;
     // Relative position along the axis, 0 at its start, 1 at its end.
     double position = 0;
@@ -29,7 +31,10 @@ public:
     AxisTicks() = default;
     // Labels every `stride`-th major tick; `minorLabels` holds one flag per
     // minor tick of the scale (shorter: the rest are not labelled).
-    AxisTicks(const KelChartAxisScale& scale, unsigned stride, const std::vector<bool>& minorLabels);
+    // `majorLabels`, where given, are the texts of the major ticks instead of
+    // the scale's (labels relative to an offset, see LabelOffset).
+    AxisTicks(const KelChartAxisScale& scale, unsigned stride, const std::vector<bool>& minorLabels,
+              const std::vector<QString>& majorLabels = {});
 
     const std::vector<Tick>& major() const noexcept { return m_major; }
     const std::vector<Tick>& minor() const noexcept { return m_minor; }

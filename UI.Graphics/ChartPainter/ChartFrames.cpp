@@ -48,13 +48,20 @@ void ChartFrames::rescale(QSize size)
 {
     m_size = size.expandedTo(QSize(Orv::Chart::ChartLayout::minimumWidth, Orv::Chart::ChartLayout::minimumHeight));
     m_renderer.reset();
-    m_pipeline = std::make_unique<Orv::Chart::Plot>(m_chart, m_pairs, Orv::Chart::TickRoom{m_size, 100, {}},
+    m_pipeline = std::make_unique<Orv::Chart::Plot>(m_chart, m_pairs, Orv::Chart::TickRoom{m_size, 100, {}, m_locale},
                                                       m_data->cache());
     std::vector<const KelChartDecimatedView*> views;
     for (const auto& view : m_views)
         views.push_back(view.get());
     // A click on a hidden series' faded entry shows it again.
     m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views), true);
+    m_renderer->setLocale(m_locale);
+}
+
+void ChartFrames::setLocale(const QLocale& locale)
+{
+    m_locale = locale;
+    rescale(m_size);
 }
 
 void ChartFrames::paint(QPainter& painter) const

@@ -15,6 +15,7 @@
 #include "KelChartDecimatedView.h"
 #include "KelChartPipeline.h"
 
+#include <QLocale>
 #include <QPainter>
 #include <QSize>
 
@@ -46,12 +47,17 @@ public:
 
     void paint(QPainter& painter) const;
 
+    // The locale the labels are drawn in (see ChartPainter::setLocale): a new
+    // frame, fitted to it, and every later one.
+    void setLocale(const QLocale& locale);
+
 private:
     void clear();
 
     KelChart& m_chart;
     Orv::Chart::AxisPairs m_pairs;
     QSize m_size;
+    QLocale m_locale = QLocale::c();
     // Destroyed in reverse: renderer, pipeline, views, then the caches they read.
     std::unique_ptr<KelChartPipeline> m_data;
     std::vector<std::unique_ptr<KelChartDecimatedView>> m_views;

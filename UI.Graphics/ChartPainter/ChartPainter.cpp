@@ -73,7 +73,7 @@ void ChartPainter::paint(QPainter& painter) const
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.fillRect(QRectF(QPointF(0, 0), m_layout.size()), Qt::white);
     paintTitle(painter);
-    AxisPainter axes(painter, m_layout);
+    AxisPainter axes(painter, m_layout, m_locale);
     for (const PlotAxis& axis : m_pipeline.axes())
         axes.paintGrid(axis);
     const KelChartPerVariableScaling& scaling = m_pipeline.scaling();

@@ -13,6 +13,7 @@
 
 #include "KelChartDecimatedView.h"
 
+#include <QLocale>
 #include <QPainter>
 #include <QSize>
 #include <QIODevice>
@@ -36,6 +37,12 @@ public:
                  bool listsHidden = false);
 
     const ChartLayout& layout() const { return m_layout; }
+
+    // The locale the axes' labels, offsets and factors are drawn in (see
+    // LocaleText); the C locale, as the model writes them, by default. The
+    // pipeline fits its ticks to the same locale (TickRoom::locale).
+    void setLocale(const QLocale& locale) { m_locale = locale; }
+    QLocale locale() const { return m_locale; }
 
     // Paints the whole chart in the layout's size from the painter's origin.
     void paint(QPainter& painter) const;
@@ -65,6 +72,7 @@ private:
     // `m_views` points to these or to the host's.
     std::vector<std::unique_ptr<KelChartDecimatedView>> m_ownViews;
     std::vector<const KelChartDecimatedView*> m_views;
+    QLocale m_locale = QLocale::c();
 };
 
 } // namespace Orv::Chart

@@ -1,6 +1,8 @@
 #include "Plot.h"
 
+#include "AxisPainter_p.h"
 #include "ChartLayout.h"
+#include "LocaleText.h"
 #include "TextStyle_p.h"
 #include "TickFit.h"
 
@@ -8,6 +10,7 @@
 #include "KelChartAxisTime.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -23,6 +26,26 @@ constexpr unsigned firstCount = 8;
 constexpr double labelGap = 24;
 constexpr double horizontalDistance = 56;
 constexpr double verticalDistance = 30;
+// Labels along a horizontal axis wider than about what the column beside a
+// vertical axis holds are shown relative to an offset, as they are there.
+constexpr double horizontalOffsetRoom = 6 * TickRoom::characterWidth;
+
+// The drawn width of a label: the model's texts as the room's locale writes
+// them, category names as they are.
+std::function<double(const QString&)> labelWidth(const TickRoom& room, bool modelTexts)
+{
+    auto width = room.labelWidth ? room.labelWidth : TickFit::perCharacter(TickRoom::characterWidth);
+    if (!modelTexts || room.locale.language() == QLocale::C)
+        return width;
+    return [width, locale = room.locale](const QString& text) { return width(LocaleText::label(text, locale)); };
+}
+
+// Linear numeric labels only: calendar labels have their own offset text, and
+// logarithmic or category labels are no run of decimals.
+bool takesOffset(const KelChartAxisScale& scale, const KelChartAxis& axis)
+{
+    return !scale.discrete() && !scale.logarithmic() && axis.type() != KelChartAxisTime::typeString;
+}
 
 // The interval count each valid axis of the first run has room for.
 AxisFits fitAxes(const KelChartPipeline& first, const AxisPairs& pairs, const TickRoom& room,
@@ -34,11 +57,14 @@ AxisFits fitAxes(const KelChartPipeline& first, const AxisPairs& pairs, const Ti
         if (!scale.valid() || axis == nullptr)
             return;
         LabelRoom labels;
-        labels.width = room.labelWidth ? room.labelWidth : TickFit::perCharacter(TickRoom::characterWidth);
+        labels.width = labelWidth(room, !scale.discrete());
         labels.horizontal = side == AxisSide::Bottom || side == AxisSide::Top;
         labels.length = labels.horizontal ? layout.plot().width() : layout.plot().height();
         labels.gap = labelGap;
         labels.minDistance = labels.horizontal ? horizontalDistance : verticalDistance;
+        if (takesOffset(scale, *axis))
+            labels.offsetRoom =
+                labels.horizontal ? horizontalOffsetRoom : AxisPainter::labelColumn(layout.axisBand(side));
         fits[axis] = {TickFit::count(scale, labels, room.maxCount), labels};
     };
     fit(first.xScales().first(), pairs.x->first(), AxisSide::Bottom);
@@ -102,7 +128,9 @@ void Plot::addAxis(const KelChartAxisScale& scale, const KelChartAxis* axis, Axi
     // where the labels would crowd it.
     const unsigned stride = fit ? TickFit::stride(scale, fit->room) : 1;
     const std::vector<bool> minorLabels = fit ? TickFit::labelledMinors(scale, fit->room, stride) : std::vector<bool>();
-    m_axes.emplace_back(scale, *axis, side, fit ? fit->count : firstCount, AxisTicks(scale, stride, minorLabels));
+    const LabelOffset offset = fit ? TickFit::offset(scale, fit->room) : LabelOffset();
+    m_axes.emplace_back(scale, *axis, side, fit ? fit->count : firstCount,
+                        AxisTicks(scale, stride, minorLabels, offset.labels), offset);
 }
 
 const PlotAxis* Plot::axis(const QString& name) const
@@ -114,7 +142,7 @@ const PlotAxis* Plot::axis(const QString& name) const
 }
 
 PlotAxis::PlotAxis(const KelChartAxisScale& scale, const KelChartAxis& axis, AxisSide side, unsigned wanted,
-                   AxisTicks ticks)
+                   AxisTicks ticks, const LabelOffset& labelOffset)
     : name(scale.axisName())
     , side(side)
     , axis(&axis)
@@ -128,6 +156,11 @@ PlotAxis::PlotAxis(const KelChartAxisScale& scale, const KelChartAxis& axis, Axi
     , wanted(wanted)
     , ticks(std::move(ticks))
 {
+    if (labelOffset.applies()) {
+        offsetText = labelOffset.text;
+        offset = labelOffset.value;
+        factor = std::pow(10.0, labelOffset.exponent);
+    }
     // A time axis's unit only says where its numbers start; its labels are dates.
     if (const auto* continuous = dynamic_cast<const KelChartAxisContinuous*>(&axis); continuous && !time)
         unitLabel = continuous->unitLabel.get();

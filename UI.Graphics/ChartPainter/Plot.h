@@ -6,18 +6,23 @@
 // Each axis asks its scale for as many tick intervals as its labels have room
 // for in the image (see TickFit): a first run finds the axes and the layout,
 // a second one, over the first run's caches, computes the ticks that fit.
+// A linear numeric axis whose labels would be too wide (zoomed in far, all
+// repeating the same leading digits) labels its ticks relative to an offset
+// instead (see LabelOffset); the scale keeps its own labels.
 //
 // The chart must outlive the pipeline; the pipeline does not follow later
 // changes of the chart (run a new one).
 
 #include "AxisTicks.h"
 #include "ElementClasses.h"
+#include "LabelOffset.h"
 #include "OrvChartPainterExport.h"
 
 #include "KelChart.h"
 #include "KelChartPipeline.h"
 #include "TickFit.h"
 
+#include <QLocale>
 #include <QSize>
 #include <QString>
 
@@ -35,8 +40,8 @@ enum class AxisSide { Bottom, Top, Left, Right };
 // A valid axis scale as the pipeline computed it, with the axis settings a
 // view needs to draw it.
 struct ORV_CHARTPAINTER_EXPORT PlotAxis {
-    PlotAxis(const KelChartAxisScale& scale, const KelChartAxis& axis, AxisSide side, unsigned wanted,
-             AxisTicks ticks);
+    PlotAxis(const KelChartAxisScale& scale, const KelChartAxis& axis, AxisSide side, unsigned wanted, AxisTicks ticks,
+             const LabelOffset& labelOffset = {});
 
     QString name;
     AxisSide side;
@@ -45,10 +50,14 @@ struct ORV_CHARTPAINTER_EXPORT PlotAxis {
     bool discrete;
     // Calendar ticks; `offsetText` is what their labels leave out ("2012-03").
     bool time;
+    // What the labels leave out, in the C locale: the date all calendar ticks
+    // share, or the offset of labels relative to one ("+299.9").
     QString offsetText;
     double min;
     double max;
+    // A tick's value is its label × factor + offset.
     double factor;
+    double offset = 0;
     double baseLine;
     QString unitLabel;
     // The interval count the axis asked its scale for.
@@ -68,6 +77,9 @@ struct TickRoom {
     unsigned maxCount = 100;
     // The drawn width of a tick label; empty: `characterWidth` per character.
     std::function<double(const QString&)> labelWidth;
+    // The locale the labels are drawn in (see LocaleText): their widths are
+    // fitted as it writes them.
+    QLocale locale = QLocale::c();
 };
 
 // Each axis's interval count and the room its labels have.

@@ -39,6 +39,23 @@ bool labelsFit(std::vector<PlacedLabel> labels, const LabelRoom& room)
     return true;
 }
 
+std::vector<QString> majorLabels(const KelChartAxisScale& scale)
+{
+    std::vector<QString> labels;
+    const unsigned ticks = std::min(scale.size(), scale.entryCount());
+    labels.reserve(ticks);
+    for (unsigned i = 0; i < ticks; ++i)
+        labels.push_back(scale.label(i));
+    return labels;
+}
+
+// The labels of the major ticks as they are drawn.
+std::vector<QString> drawnLabels(const KelChartAxisScale& scale, const LabelRoom& room)
+{
+    LabelOffset offset = TickFit::offset(scale, room);
+    return offset.applies() ? std::move(offset.labels) : majorLabels(scale);
+}
+
 // The digit m of a minor tick at m × 10^k.
 int mantissaOf(const KelChartAxisScale::MinorTick& tick)
 {
@@ -71,6 +88,13 @@ std::vector<bool> TickFit::labelledMinors(const KelChartAxisScale& scale, const 
     return none;
 }
 
+LabelOffset TickFit::offset(const KelChartAxisScale& scale, const LabelRoom& room)
+{
+    if (!(room.offsetRoom > 0) || !room.width)
+        return {};
+    return LabelOffset::of(majorLabels(scale), scale.factor(), room.offsetRoom, room.width);
+}
+
 std::function<double(const QString&)> TickFit::perCharacter(double pixels)
 {
     return [pixels](const QString& text) { return pixels * text.size(); };
@@ -78,7 +102,8 @@ std::function<double(const QString&)> TickFit::perCharacter(double pixels)
 
 bool TickFit::fits(const KelChartAxisScale& scale, const LabelRoom& room, unsigned stride)
 {
-    const unsigned ticks = std::min(scale.size(), scale.entryCount());
+    const std::vector<QString> labels = drawnLabels(scale, room);
+    const unsigned ticks = static_cast<unsigned>(labels.size());
     for (unsigned i = 1; i < ticks; ++i) {
         const double distance = std::abs(scale.percentage(i) - scale.percentage(i - 1)) * room.length;
         if (stride == 1 && distance < room.minDistance)
@@ -87,7 +112,7 @@ bool TickFit::fits(const KelChartAxisScale& scale, const LabelRoom& room, unsign
             continue;
         const unsigned before = i - stride;
         const double span = std::abs(scale.percentage(i) - scale.percentage(before)) * room.length;
-        const double needed = (extent(scale.label(before), room) + extent(scale.label(i), room)) / 2 + room.gap;
+        const double needed = (extent(labels[before], room) + extent(labels[i], room)) / 2 + room.gap;
         if (span < needed)
             return false;
     }

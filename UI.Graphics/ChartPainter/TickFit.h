@@ -5,9 +5,12 @@
 // request gives more labels than fit (long labels of a narrow numeric range,
 // weekly ticks on a short axis), every k-th tick is labelled, so no two tick
 // labels are ever drawn over each other, whatever the axis kind or its range.
+// Labels that a room allows to be shown relative to an offset (see
+// LabelOffset) are fitted as they are then drawn.
 
 #include "OrvChartPainterExport.h"
 #include "KelChartAxisScale.h"
+#include "LabelOffset.h"
 
 #include <QString>
 
@@ -29,10 +32,17 @@ struct LabelRoom {
     double gap = 24;
     // Neighbouring ticks closer than this crowd the axis, however short their labels.
     double minDistance = 0;
+    // Labels wider than this are shown relative to an offset where that makes
+    // them narrower; 0: never (an axis whose labels are not a run of decimals).
+    double offsetRoom = 0;
 };
 
 class ORV_CHARTPAINTER_EXPORT TickFit {
 public:
+    // The offset the labels of `scale`'s major ticks are shown relative to in
+    // `room`; none unless the room has an `offsetRoom`.
+    static LabelOffset offset(const KelChartAxisScale& scale, const LabelRoom& room);
+
     // A label width of `perCharacter` pixels for every character.
     static std::function<double(const QString&)> perCharacter(double pixels);
 

@@ -1,5 +1,6 @@
 #include "KelChartPropertyModel.h"
 
+#include "KelChartPropertyChecks.h"
 #include "KelChartPropertyChoices.h"
 #include "KelProperties.h"
 #include "view_ptr.h"
@@ -336,24 +337,33 @@ QModelIndex KelChartPropertyModel::indexOf(const Row& row, int column) const
     return createIndex(row.position(), column, const_cast<Row*>(&row));
 }
 
-// Writes as the command-line setter does: the holder's setValue with the
-// text as given. Style words are checked first because the store keeps them
-// as free text and would take any word.
+QString KelChartPropertyModel::problem(const QModelIndex& index, const QString& text) const
+{
+    const Row* row = rowOf(index);
+    if (!row)
+        return QStringLiteral("there is no property here");
+    const KelProperties* node = row->holder.get();
+    if (!node)
+        return QStringLiteral("the node holding \"%1\" no longer exists").arg(row->name);
+    if (!row->hasValue)
+        return QStringLiteral("\"%1\" has no value to edit").arg(row->name);
+    // Style words first: the store keeps them as free text and would take any word.
+    QString reason = KelChartPropertyChoices::check(*node, row->name, text);
+    if (reason.isEmpty())
+        reason = KelChartPropertyChecks::typeProblem(node->string().valueType(row->name), text);
+    if (reason.isEmpty())
+        reason = KelChartPropertyChecks::valueProblem(*node, row->name, text);
+    return reason;
+}
+
+// Writes as the command-line setter does, the holder's setValue with the text
+// as given, once the checks above found nothing to object to.
 bool KelChartPropertyModel::write(const QModelIndex& index, const QString& text)
 {
     const Row* row = rowOf(index);
-    KelProperties* node = row->holder.get();
-    if (!node) {
-        refuse(index, QStringLiteral("the node holding \"%1\" no longer exists").arg(row->name));
-        return false;
-    }
-    if (!row->hasValue) {
-        refuse(index, QStringLiteral("\"%1\" has no value to edit").arg(row->name));
-        return false;
-    }
-    QString diagnostic = KelChartPropertyChoices::check(*node, row->name, text);
+    QString diagnostic = problem(index, text);
     if (diagnostic.isEmpty())
-        diagnostic = node->setValue(row->name, text);
+        diagnostic = row->holder->setValue(row->name, text);
     if (!diagnostic.isEmpty()) {
         refuse(index, diagnostic);
         return false;

@@ -6,6 +6,9 @@
 // child node has a value too when its parent answers for the child's name
 // (a variable's "min" range). Refused text changes nothing: setData gives
 // false and the diagnostic goes out through `editRefused` and `lastError`.
+// Besides the store's own reading, the model refuses style words outside the
+// vocabulary and values the chart would quietly ignore (see
+// KelChartPropertyChecks), with reasons in plain words.
 //
 // The tree tells nobody when it changes, so the model keeps a mirror of it
 // and `refresh()` brings the rows in line: it inserts and removes rows with
@@ -72,6 +75,9 @@ public:
     // The node a node row shows; null for property rows.
     KelProperties* node(const QModelIndex& index) const;
     QString lastError() const;
+    // Why setData would refuse `text` for the row, empty when it would take it;
+    // writes nothing, so an editor can tell the user while they type.
+    QString problem(const QModelIndex& index, const QString& text) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex& child) const override;

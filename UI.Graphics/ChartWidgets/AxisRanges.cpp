@@ -84,26 +84,41 @@ AxisRanges::AxisRanges(const Orv::Chart::Plot& pipeline, const Orv::Chart::AxisP
         m_spans.push_back({axis, result.name, result.side, isHorizontal(result.side), result.ticks.logarithmic(),
                            scale->inverted(), result.min, result.max, layout.plot(), layout.axisBand(result.side)});
     }
+    for (const Orv::Chart::PlotAxis& result : pipeline.axes())
+        if (result.discrete)
+            addFollower(dynamic_cast<KelChartAxisDiscrete*>(pairs.find(result.name)), result);
+}
+
+void AxisRanges::addFollower(KelChartAxisDiscrete* axis, const PlotAxis& result)
+{
+    const bool horizontal = isHorizontal(result.side);
+    for (std::size_t i = 0; axis != nullptr && i < m_spans.size(); ++i) {
+        if (m_spans[i].horizontal == horizontal && !m_spans[i].inverted) {
+            m_followers.push_back({axis, i, result.min, result.max});
+            return;
+        }
+    }
 }
 
 void AxisRanges::zoom(QPointF centre, double factor) const
 {
-    for (const AxisSpan& span : m_spans)
-        zoomSpan(span, centre, factor);
+    for (std::size_t i = 0; i < m_spans.size(); ++i)
+        zoomSpan(i, centre, factor);
 }
 
 void AxisRanges::zoomAxis(std::size_t span, QPointF centre, double factor) const
 {
     if (span < m_spans.size())
-        zoomSpan(m_spans[span], centre, factor);
+        zoomSpan(span, centre, factor);
 }
 
-void AxisRanges::zoomSpan(const AxisSpan& span, QPointF centre, double factor)
+void AxisRanges::zoomSpan(std::size_t index, QPointF centre, double factor) const
 {
     if (!(factor > 0) || !std::isfinite(factor))
         return;
+    const AxisSpan& span = m_spans[index];
     const double c = span.valueAt(centre);
-    write(span, c - (c - span.min) * factor, c + (span.max - c) * factor);
+    write(index, c - (c - span.min) * factor, c + (span.max - c) * factor);
 }
 
 std::size_t AxisRanges::spanAt(QPointF pixel) const
@@ -121,14 +136,15 @@ void AxisRanges::pan(QPointF from, QPointF to, std::size_t only) const
             continue;
         const AxisSpan& span = m_spans[i];
         const double shift = span.valueAt(from) - span.valueAt(to);
-        write(span, span.min + shift, span.max + shift);
+        write(i, span.min + shift, span.max + shift);
     }
 }
 
 void AxisRanges::zoomTo(const QRectF& rect) const
 {
     const QRectF box = rect.normalized();
-    for (const AxisSpan& span : m_spans) {
+    for (std::size_t i = 0; i < m_spans.size(); ++i) {
+        const AxisSpan& span = m_spans[i];
         // A band one pixel thin along an axis leaves that axis alone.
         if ((span.horizontal ? box.width() : box.height()) < 1.0)
             continue;
@@ -136,14 +152,15 @@ void AxisRanges::zoomTo(const QRectF& rect) const
         double b = span.valueAt(box.bottomRight());
         if (a > b)
             std::swap(a, b);
-        write(span, a, b);
+        write(i, a, b);
     }
 }
 
 void AxisRanges::fitVertical(const Orv::Chart::Plot& pipeline) const
 {
     const KelChartPerVariableScaling& scaling = pipeline.scaling();
-    for (const AxisSpan& span : m_spans) {
+    for (std::size_t index = 0; index < m_spans.size(); ++index) {
+        const AxisSpan& span = m_spans[index];
         if (span.horizontal)
             continue;
         Extent extent;
@@ -162,7 +179,7 @@ void AxisRanges::fitVertical(const Orv::Chart::Plot& pipeline) const
         // A flat stretch of data still gets a range around it.
         const double margin = extent.max > extent.min ? (extent.max - extent.min) * fitMargin
                                                       : std::max(std::abs(extent.max) * fitMargin, 0.5);
-        write(span, extent.min - margin, extent.max + margin);
+        write(index, extent.min - margin, extent.max + margin);
     }
 }
 
@@ -176,19 +193,25 @@ void AxisRanges::autoScaleAll(const Orv::Chart::AxisPairs& pairs)
     }
 }
 
-void AxisRanges::write(const AxisSpan& span, double min, double max)
+void AxisRanges::write(std::size_t index, double min, double max) const
 {
-    if (span.logarithmic) {
-        min = std::pow(10.0, min);
-        max = std::pow(10.0, max);
-    }
+    const AxisSpan& span = m_spans[index];
+    const double real[] = {span.logarithmic ? std::pow(10.0, min) : min, span.logarithmic ? std::pow(10.0, max) : max};
     // Ranges the scale could not show (overflowing, empty) leave the axis as it is.
-    if (!usable(min, max))
+    if (!usable(real[0], real[1]))
         return;
-    span.axis->min.set(min);
-    span.axis->max.set(max);
+    span.axis->min.set(real[0]);
+    span.axis->max.set(real[1]);
     span.axis->tightRange.set(true);
     span.axis->autoScale.set(false);
+    // Followers keep the share of the leader's range they showed.
+    for (const Follower& follower : m_followers) {
+        if (follower.leader != index)
+            continue;
+        const double perUnit = (follower.max - follower.min) / (span.max - span.min);
+        follower.axis->viewMin.set(follower.min + (min - span.min) * perUnit);
+        follower.axis->viewMax.set(follower.min + (max - span.min) * perUnit);
+    }
 }
 
 } // namespace Orv::Chart

@@ -5,7 +5,8 @@
 // on a logarithmic axis, and written back as real values (numbers in the
 // axis's unit on a time axis). The range is shown as written ("tightRange"
 // on): a zoom in and out again, or a pan, moves by exactly what it asked.
-// Discrete axes keep their categories.
+// A discrete axis along the same edges as a continuous one follows it with a
+// view window ("viewMin", "viewMax"), so that bars stay on their hours.
 
 #include "OrvChartWidgetsExport.h"
 #include "ChartLayout.h"
@@ -13,6 +14,7 @@
 #include "Plot.h"
 
 #include "KelChartAxisContinuous.h"
+#include "KelChartAxisDiscrete.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -72,10 +74,20 @@ public:
     static void autoScaleAll(const Orv::Chart::AxisPairs& pairs);
 
 private:
-    static void write(const AxisSpan& span, double min, double max);
-    static void zoomSpan(const AxisSpan& span, QPointF centre, double factor);
+    // A discrete axis that moves with the continuous span `leader`.
+    struct Follower {
+        KelChartAxisDiscrete* axis;
+        std::size_t leader;
+        double min;
+        double max;
+    };
+
+    void addFollower(KelChartAxisDiscrete* axis, const PlotAxis& result);
+    void write(std::size_t span, double min, double max) const;
+    void zoomSpan(std::size_t span, QPointF centre, double factor) const;
 
     std::vector<AxisSpan> m_spans;
+    std::vector<Follower> m_followers;
 };
 
 } // namespace Orv::Chart

@@ -75,6 +75,7 @@ void ChartWidget::setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs)
     m_readOut.clear();
     if (chart != nullptr && pairs.exist()) {
         m_frames = std::make_unique<ChartFrames>(*chart, pairs);
+        m_frames->setLocale(locale());
         m_frames->rescale(size());
         m_history.reset(ViewState::of(pairs));
     } else {
@@ -340,6 +341,8 @@ void ChartWidget::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LocaleChange) {
+        if (m_frames)
+            m_frames->setLocale(locale());
         refreshHover();
         update();
     }

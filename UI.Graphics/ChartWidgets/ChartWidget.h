@@ -16,6 +16,9 @@
 // Tab and Shift+Tab move the point cursor between series, Left and Right
 // (Home and End with Ctrl) move it along one.
 //
+// Labels and read-outs follow the widget's locale (QWidget::setLocale); the
+// chart's own texts stay as the model writes them.
+//
 // Every navigation is a view: `back()` and `forward()` walk through them.
 // A view holds its ranges exactly: the axes it writes get "tightRange".
 

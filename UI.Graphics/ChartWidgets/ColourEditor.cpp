@@ -1,6 +1,7 @@
 #include "ColourEditor.h"
 
-#include <QColorDialog>
+#include "ColourDialog_p.h"
+
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QToolButton>
@@ -35,11 +36,7 @@ void ColourEditor::setText(const QString& text)
 
 void ColourEditor::pick()
 {
-    const QColor chosen = QColorDialog::getColor(QColor(m_line->text()), this, tr("Colour"),
-                                                 QColorDialog::ShowAlphaChannel);
-    if (!chosen.isValid())
-        return;
-    m_line->setText(chosen.name(chosen.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb));
+    openColourDialog(this, QColor(m_line->text()), [this](const QColor& chosen) { m_line->setText(colourText(chosen)); });
 }
 
 } // namespace Orv::Chart

@@ -1,6 +1,6 @@
 #pragma once
-// The editor of a colour value: its text ("#rrggbb", "#aarrggbb"), typed or
-// picked with the colour dialog behind the button.
+// The editor of a colour value: its text ("#rrggbb", "#aarrggbb" or a colour
+// name), typed or picked with the colour dialog behind the button.
 
 #include "OrvChartWidgetsExport.h"
 #include <QWidget>

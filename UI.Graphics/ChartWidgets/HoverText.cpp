@@ -106,10 +106,10 @@ QString timeText(const PlotAxis& axis, double value, double resolution)
 
 QString categoryText(const PlotAxis& axis, double value)
 {
-    const long category = std::lround(value - axis.min);
-    const auto& entries = axis.ticks.major();
-    if (category >= 0 && static_cast<std::size_t>(category) < entries.size())
-        return entries[static_cast<std::size_t>(category)].label;
+    const double category = std::round(value);
+    for (const Tick& tick : axis.ticks.major())
+        if (tick.value == category)
+            return tick.label;
     return {};
 }
 

@@ -1,12 +1,15 @@
 #include "PropertyDelegate.h"
 
 #include "ColourEditor.h"
+#include "ColourListEditor.h"
+#include "PropertyEditCommand.h"
 
 #include "KelChartPropertyModel.h"
 
+#include <QAbstractProxyModel>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QRegularExpressionValidator>
+#include <QUndoStack>
 
 namespace Orv::Chart {
 
@@ -14,21 +17,22 @@ namespace {
 
 using Model = KelChartPropertyModel;
 
-// Partial input is let through; the model decides on the whole text.
-const QRegularExpression integerPattern(QStringLiteral("[-+]?[0-9]*"));
-const QRegularExpression numberPattern(QStringLiteral("[-+]?[0-9]*\\.?[0-9]*([eE][-+]?[0-9]*)?"));
-
-QWidget* lineEditor(QWidget* parent, const QRegularExpression* pattern)
+// The cell of the property model beneath any proxies between it and the view.
+QModelIndex propertyCell(const QModelIndex& index)
 {
-    auto* line = new QLineEdit(parent);
-    if (pattern != nullptr)
-        line->setValidator(new QRegularExpressionValidator(*pattern, line));
-    return line;
+    QModelIndex cell = index;
+    while (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(cell.model()))
+        cell = proxy->mapToSource(cell);
+    return qobject_cast<const Model*>(cell.model()) ? cell : QModelIndex();
 }
 
-} // namespace
+QString problemOf(const QModelIndex& index, const QString& text)
+{
+    const QModelIndex cell = propertyCell(index);
+    return cell.isValid() ? static_cast<const Model*>(cell.model())->problem(cell, text) : QString();
+}
 
-QWidget* PropertyDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const
+QWidget* newEditor(QWidget* parent, const QModelIndex& index)
 {
     switch (index.data(Model::KindRole).toInt()) {
     case Model::NoValue:
@@ -41,24 +45,54 @@ QWidget* PropertyDelegate::createEditor(QWidget* parent, const QStyleOptionViewI
         box->addItems(index.data(Model::ChoicesRole).toStringList());
         return box;
     }
-    case Model::Integer:
-        return lineEditor(parent, &integerPattern);
-    case Model::Number:
-        return lineEditor(parent, &numberPattern);
     default:
-        return lineEditor(parent, nullptr);
+        break;
     }
+    if (index.data(Model::ValueTypeRole).toString() == QLatin1String("colorlist"))
+        return new ColourListEditor(parent);
+    return new QLineEdit(parent);
+}
+
+// The line the user types into: the editor itself, or the line of a colour editor.
+QLineEdit* textField(QWidget* editor)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(editor))
+        return line;
+    return editor->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+void mark(QLineEdit* field, const QString& problem)
+{
+    field->setToolTip(problem);
+    field->setStyleSheet(problem.isEmpty() ? QString() : QStringLiteral("QLineEdit { border: 2px solid #c62828; }"));
+}
+
+} // namespace
+
+void PropertyDelegate::setUndoStack(QUndoStack* stack)
+{
+    m_undo = stack;
+}
+
+QWidget* PropertyDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const
+{
+    QWidget* editor = newEditor(parent, index);
+    if (QLineEdit* field = editor ? textField(editor) : nullptr)
+        watch(field, index);
+    return editor;
 }
 
 void PropertyDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
-    const QString text = index.data(Qt::EditRole).toString();
+    QString text = index.data(Qt::EditRole).toString();
+    if (m_refusedCell.isValid() && m_refusedCell == index) {
+        text = m_refusedText;
+        m_refusedCell = QPersistentModelIndex();
+    }
     if (auto* box = qobject_cast<QComboBox*>(editor))
         box->setCurrentIndex(box->findText(text));
-    else if (auto* colour = dynamic_cast<ColourEditor*>(editor))
-        colour->setText(text);
-    else if (auto* line = qobject_cast<QLineEdit*>(editor))
-        line->setText(text);
+    else if (QLineEdit* field = textField(editor))
+        field->setText(text);
 }
 
 void PropertyDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
@@ -66,15 +100,74 @@ void PropertyDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, 
     QString text;
     if (auto* box = qobject_cast<QComboBox*>(editor))
         text = box->currentText();
-    else if (auto* colour = dynamic_cast<ColourEditor*>(editor))
-        text = colour->text();
-    else if (auto* line = qobject_cast<QLineEdit*>(editor))
-        text = line->text();
+    else if (const QLineEdit* field = textField(editor))
+        text = field->text();
     else
         return;
+    const Target target = targetOf(index);
+    const QPersistentModelIndex cell(index);
     // Unchanged text is no edit: it would only refresh the chart.
-    if (text != index.data(Qt::EditRole).toString())
-        model->setData(index, text, Qt::EditRole);
+    if (text == target.before) {
+        Q_EMIT committed(cell, true);
+        return;
+    }
+    if (!model->setData(index, text, Qt::EditRole)) {
+        m_refusedCell = cell;
+        m_refusedText = text;
+        Q_EMIT committed(cell, false);
+        return;
+    }
+    m_refusedCell = QPersistentModelIndex();
+    record(target, text);
+    Q_EMIT committed(cell, true);
+}
+
+// An editor taller than its row (the colour list's swatches) hangs over the rows below.
+void PropertyDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                            const QModelIndex& index) const
+{
+    QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+    const int wanted = editor->sizeHint().height();
+    if (wanted > editor->height())
+        editor->resize(editor->width(), wanted);
+}
+
+// Check boxes are edited by the cell itself, without an editor; their changes are recorded here.
+bool PropertyDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index)
+{
+    if (!index.flags().testFlag(Qt::ItemIsUserCheckable))
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+    const Target target = targetOf(index);
+    const bool handled = QStyledItemDelegate::editorEvent(event, model, option, index);
+    const QString after = target.cell.data(Qt::EditRole).toString();
+    if (after != target.before)
+        record(target, after);
+    return handled;
+}
+
+PropertyDelegate::Target PropertyDelegate::targetOf(const QModelIndex& index)
+{
+    const QModelIndex cell = propertyCell(index);
+    // The undo command writes through the model later, so it needs it writable.
+    auto* model = const_cast<Model*>(static_cast<const Model*>(cell.model()));
+    return {model, cell, index.data(Model::PathRole).toString(), index.data(Qt::EditRole).toString()};
+}
+
+void PropertyDelegate::record(const Target& target, const QString& after) const
+{
+    if (m_undo && target.model)
+        m_undo->push(new PropertyEditCommand(target.model, target.path, target.before, after));
+}
+
+void PropertyDelegate::watch(QLineEdit* field, const QModelIndex& index) const
+{
+    connect(field, &QLineEdit::textChanged, field,
+            [this, field, cell = QPersistentModelIndex(index)](const QString& text) {
+                const QString problem = problemOf(cell, text);
+                mark(field, problem);
+                Q_EMIT fieldChecked(problem);
+            });
 }
 
 } // namespace Orv::Chart

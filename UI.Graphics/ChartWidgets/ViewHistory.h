@@ -14,7 +14,8 @@
 
 namespace Orv::Chart {
 
-// The range settings of the continuous axes of a chart.
+// The range settings of the axes of a chart: of the continuous ones, and the
+// view windows of the discrete ones (in `min` and `max`).
 class ORV_CHARTWIDGETS_EXPORT ViewState {
 public:
     struct Axis {

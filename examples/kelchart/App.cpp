@@ -81,8 +81,9 @@ void reportNotes(const QStringList& notes, QTextStream& out)
 
 void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QTextStream& out)
 {
-    const Plot pipeline(chart, pairs, {options.size, options.tickCount, {}});
-    const ChartPainter renderer(pipeline, options.size);
+    const Plot pipeline(chart, pairs, {options.size, options.tickCount, {}, options.locale});
+    ChartPainter renderer(pipeline, options.size);
+    renderer.setLocale(options.locale);
     if (options.drawImages) {
         QString error;
         if (!renderer.write(options.pngPath, ChartPainter::Format::Png, &error) ||

@@ -42,6 +42,18 @@ unsigned parseTickCount(const QString& text)
     return count;
 }
 
+// QLocale takes any name and falls back to the C locale for one it does not know.
+QLocale parseLocale(const QString& name)
+{
+    const QLocale locale(name);
+    const bool namesC = name == QLatin1String("C") || name == QLatin1String("POSIX");
+    if (locale.language() == QLocale::C && !namesC)
+        usageFault(QStringLiteral("--locale %1: not a locale name; expected language_TERRITORY such as de_DE, "
+                                  "or a language such as fr, or C")
+                       .arg(name));
+    return locale;
+}
+
 std::optional<SeriesShape> parseShape(const QCommandLineParser& parser)
 {
     const std::pair<const char*, SeriesShape> shapes[] = {
@@ -144,6 +156,10 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("ticks"), QStringLiteral("The most tick intervals an axis asks for; by default each axis "
                                                  "asks for as many as its labels have room for."),
          QStringLiteral("N")},
+        {QStringLiteral("locale"), QStringLiteral("Draws the axis labels in that locale: decimal comma, digit groups, "
+                                                  "month and weekday names, e.g. de_DE; default C, as the report "
+                                                  "writes them."),
+         QStringLiteral("NAME")},
         {QStringLiteral("time-format"),
          QStringLiteral("How the x column writes dates and times that are not ISO 8601 or one of the usual "
                         "forms, as strftime fields, for example \"%d.%m.%Y %H:%M\"."),
@@ -208,6 +224,8 @@ Options parseCommandLine(const QStringList& arguments)
         options.size = parseSize(parser.value(QStringLiteral("size")));
     if (parser.isSet(QStringLiteral("ticks")))
         options.tickCount = parseTickCount(parser.value(QStringLiteral("ticks")));
+    if (parser.isSet(QStringLiteral("locale")))
+        options.locale = parseLocale(parser.value(QStringLiteral("locale")));
     options.csv = parseCsvOptions(parser);
     return options;
 }

@@ -6,6 +6,7 @@
 
 #include "CsvImport.h"
 
+#include <QLocale>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -26,6 +27,8 @@ struct Options {
     QSize size = QSize(800, 500);
     // The most tick intervals an axis asks for; the room for its labels decides below that.
     unsigned tickCount = 100;
+    // The locale the axis labels are drawn in; the C locale writes them as the report does.
+    QLocale locale = QLocale::c();
     // How the CSV file is read: x's time format, the columns' roles, the series' shape.
     CsvOptions csv;
     // Set by --help: the usage text, and nothing else is to be done.

@@ -71,7 +71,8 @@ void writeAxis(QTextStream& out, const PlotAxis& axis)
     out << "  factor: " << numberText(axis.factor) << '\n';
     out << "  base line: " << numberText(axis.baseLine) << '\n';
     out << "  unit label: " << quoted(axis.unitLabel) << '\n';
-    if (axis.time)
+    // Labels relative to an offset say so; a time axis always tells its offset text.
+    if (axis.time || !axis.offsetText.isEmpty())
         out << "  offset text: " << quoted(axis.offsetText) << '\n';
     out << "  ticks: " << axis.ticks.major().size() << ", " << axis.wanted << " intervals wanted\n";
     writeTicks(out, axis.ticks.major());

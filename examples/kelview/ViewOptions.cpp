@@ -1,8 +1,10 @@
 #include "ViewOptions.h"
 
+#include "ChartDocument.h"
 #include "Failure.h"
 
 #include <QCommandLineParser>
+#include <QLocale>
 
 namespace kelview {
 
@@ -28,6 +30,16 @@ QPoint pairOf(const QString& text, QChar separator, const QString& option)
     return QPoint(positiveNumber(parts[0], option), positiveNumber(parts[1], option));
 }
 
+// "C" or a name QLocale knows ("de_DE", "fr", "ja-JP"): anything else would quietly be C.
+QString localeName(const QString& text)
+{
+    const QLocale locale(text);
+    if (text.compare(QStringLiteral("C"), Qt::CaseInsensitive) != 0 && locale == QLocale::c())
+        throw kelchart::Failure(QStringLiteral("--locale: \"%1\" is no locale name such as de_DE").arg(text),
+                                kelchart::Failure::BadUsage);
+    return locale.name();
+}
+
 } // namespace
 
 ViewOptions ViewOptions::parse(const QStringList& arguments)
@@ -35,7 +47,8 @@ ViewOptions ViewOptions::parse(const QStringList& arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("An interactive chart view with a property editor."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("A chart file and/or a CSV file."),
+    parser.addPositionalArgument(QStringLiteral("files"),
+                                 QStringLiteral("A chart file and/or a data file (.csv, .tsv, .txt)."),
                                  QStringLiteral("[chart.json] [data.csv]"));
     parser.addOption({QStringLiteral("size"), QStringLiteral("Window size."), QStringLiteral("WxH")});
     parser.addOption({QStringLiteral("no-editor"), QStringLiteral("Start with the property editor closed.")});
@@ -43,6 +56,10 @@ ViewOptions ViewOptions::parse(const QStringList& arguments)
                       QStringLiteral("FILE")});
     parser.addOption({QStringLiteral("hover"), QStringLiteral("For the screenshot: the cursor at X,Y of the chart."),
                       QStringLiteral("X,Y")});
+    parser.addOption({QStringLiteral("locale"),
+                      QStringLiteral("How the chart writes numbers and dates (C, de_DE, ...); when not given, "
+                                     "the last choice in the View menu (C for a screenshot)."),
+                      QStringLiteral("NAME")});
     if (!parser.parse(arguments))
         throw kelchart::Failure(parser.errorText(), kelchart::Failure::BadUsage);
     if (parser.isSet(QStringLiteral("help")))
@@ -50,10 +67,9 @@ ViewOptions ViewOptions::parse(const QStringList& arguments)
 
     ViewOptions options;
     for (const QString& file : parser.positionalArguments()) {
-        QString& slot = file.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? options.csvPath
-                                                                                    : options.chartPath;
+        QString& slot = isDataFile(file) ? options.csvPath : options.chartPath;
         if (!slot.isEmpty())
-            throw kelchart::Failure(QStringLiteral("\"%1\": only one chart file and one CSV file").arg(file),
+            throw kelchart::Failure(QStringLiteral("\"%1\": only one chart file and one data file").arg(file),
                                     kelchart::Failure::BadUsage);
         slot = file;
     }
@@ -62,6 +78,8 @@ ViewOptions ViewOptions::parse(const QStringList& arguments)
         options.size = QSize(size.x(), size.y());
     }
     options.editor = !parser.isSet(QStringLiteral("no-editor"));
+    if (parser.isSet(QStringLiteral("locale")))
+        options.locale = localeName(parser.value(QStringLiteral("locale")));
     options.screenshotPath = parser.value(QStringLiteral("screenshot"));
     if (parser.isSet(QStringLiteral("hover")))
         options.hover = pairOf(parser.value(QStringLiteral("hover")), QLatin1Char(','), QStringLiteral("hover"));

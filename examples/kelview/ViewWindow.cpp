@@ -1,53 +1,122 @@
 #include "ViewWindow.h"
 
+#include "ChartActions.h"
 #include "ChartWidget.h"
+#include "LogRelay.h"
+#include "MessageBar.h"
 #include "PropertyEditor.h"
 
 #include "ChartFile.h"
+#include "Failure.h"
 
 #include "KelChartPropertyModel.h"
 
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QDir>
 #include <QDockWidget>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QUndoStack>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kelview {
 
+using Orv::Chart::ChartActions;
 using Orv::Chart::ChartWidget;
 using Orv::Chart::PropertyEditor;
+
+namespace {
+
+// The locales the View menu offers, by QLocale's name.
+const char* const offeredLocales[] = {"C", "de_DE", "fr_FR", "en_US", "ja_JP"};
+
+// How long news stays in the status bar.
+constexpr int newsMs = 8000;
+
+const QString localeKey = QStringLiteral("locale");
+const QString chartFilter = QStringLiteral("Chart files (*.json)");
+
+QString localeLabel(const QString& name)
+{
+    if (name == QLatin1String("C"))
+        return ViewWindow::tr("C (English, default)");
+    return QStringLiteral("%1 (%2)").arg(name, QLocale(name).nativeLanguageName());
+}
+
+} // namespace
 
 ViewWindow::ViewWindow(std::unique_ptr<ChartDocument> document, QWidget* parent)
     : QMainWindow(parent)
     , m_document(std::move(document))
-    , m_chart(new ChartWidget(this))
-    , m_model(new KelChartPropertyModel(&m_document->root(), this))
+    , m_chart(new ChartWidget)
 {
-    setCentralWidget(m_chart);
-    m_chart->setChart(m_document->chart(), m_document->pairs());
-    buildEditor();
-    buildMenus();
-    connect(m_chart, &ChartWidget::hoverChanged, this, [this](const QString& text) {
-        statusBar()->showMessage(text);
+    m_relay = std::make_unique<LogRelay>([this](const QString& warning) {
+        if (!m_opening)
+            QMetaObject::invokeMethod(this, [this, warning] { showWarning(warning); }, Qt::QueuedConnection);
     });
-    connect(m_editor, &PropertyEditor::refused, this, [this](const QString& text) { showMessage(text); });
-    const QString title = m_document->root().name();
-    setWindowTitle(title.isEmpty() ? tr("kelview") : tr("%1 - kelview").arg(title));
-    if (!m_document->notes().isEmpty())
-        statusBar()->showMessage(m_document->notes().join(QStringLiteral("; ")));
+    buildCentre();
+    buildEditor();
+    m_actions = new ChartActions(m_chart, m_editor, this);
+    m_unsaved = new UnsavedChanges(m_chart, m_editor->undoStack(), this);
+    buildMenus();
+    buildToolBar();
+    buildStatusBar();
+    connect(m_editor, &PropertyEditor::refused, this, [this](const QString& text) { showStatus(text, true); });
+    connect(m_editor, &PropertyEditor::edited, this, [this] {
+        if (m_statusIsRefusal)
+            showStatus(QString());
+        updateTitle();
+    });
+    connect(m_actions, &ChartActions::failed, this, &ViewWindow::showFault);
+    connect(m_actions, &ChartActions::imageSaved, this,
+            [this](const QString& path) { showStatus(tr("Saved the image to %1").arg(path)); });
+    connect(m_unsaved, &UnsavedChanges::modifiedChanged, this, &QWidget::setWindowModified);
+    showDocument();
 }
 
 ViewWindow::~ViewWindow()
 {
-    // The model and the view point into the document's tree.
-    delete m_model;
+    releaseDocument();
+}
+
+// The model and the views point into the document's tree: they let go of it first.
+void ViewWindow::releaseDocument()
+{
     m_chart->setChart(nullptr, {});
+    m_editor->setModel(nullptr);
+    delete m_model;
+    m_model = nullptr;
+}
+
+void ViewWindow::buildCentre()
+{
+    auto* centre = new QWidget;
+    m_messageBar = new MessageBar(centre);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_messageBar);
+    layout->addWidget(m_chart, 1);
+    setCentralWidget(centre);
 }
 
 void ViewWindow::buildEditor()
 {
     m_editor = new PropertyEditor;
-    m_editor->setModel(m_model);
     m_editor->attach(m_chart);
     m_dock = new QDockWidget(tr("Properties"), this);
     m_dock->setObjectName(QStringLiteral("properties"));
@@ -58,17 +127,169 @@ void ViewWindow::buildEditor()
 
 void ViewWindow::buildMenus()
 {
+    buildFileMenu();
+    buildEditMenu();
+    buildViewMenu();
+}
+
+// Shortcuts are set on their own: Qt 5 and Qt 6 order addAction's arguments differently.
+void ViewWindow::buildFileMenu()
+{
     QMenu* file = menuBar()->addMenu(tr("&File"));
-    // The shortcut is set on its own: Qt 5 and Qt 6 order addAction's arguments differently.
-    file->addAction(tr("&Save as..."), this, [this] { saveAs(); })->setShortcut(QKeySequence::Save);
-    file->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+    QAction* open = file->addAction(QIcon::fromTheme(QStringLiteral("document-open")), tr("&Open..."), this,
+                                    &ViewWindow::openChosen);
+    open->setShortcut(QKeySequence::Open);
+    QAction* save = file->addAction(QIcon::fromTheme(QStringLiteral("document-save")), tr("&Save"), this,
+                                    &ViewWindow::saveChosen);
+    save->setShortcut(QKeySequence::Save);
+    QAction* saveAs = file->addAction(QIcon::fromTheme(QStringLiteral("document-save-as")), tr("Save &as..."),
+                                      this, &ViewWindow::saveAsChosen);
+    saveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    file->addSeparator();
+    file->addAction(m_actions->saveImage());
+    QAction* print = file->addAction(QIcon::fromTheme(QStringLiteral("document-print")), tr("&Print..."), this,
+                                     &ViewWindow::print);
+    print->setShortcut(QKeySequence::Print);
+    file->addSeparator();
+    QAction* quit = file->addAction(QIcon::fromTheme(QStringLiteral("application-exit")), tr("&Quit"), this,
+                                    &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+}
+
+void ViewWindow::buildEditMenu()
+{
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({m_actions->undo(), m_actions->redo()});
+    edit->addSeparator();
+    edit->addActions({m_actions->copyValues(), m_actions->copyImage()});
+}
+
+void ViewWindow::buildViewMenu()
+{
     QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->addActions(m_actions->viewActions());
+    view->addSeparator();
     view->addAction(m_dock->toggleViewAction());
+    buildLocaleMenu(view);
+}
+
+void ViewWindow::buildLocaleMenu(QMenu* view)
+{
+    m_localeMenu = view->addMenu(tr("&Locale"));
+    m_localeMenu->setToolTipsVisible(true);
+    m_locales = new QActionGroup(this);
+    for (const char* name : offeredLocales)
+        addLocaleAction(QLatin1String(name));
+}
+
+QAction* ViewWindow::addLocaleAction(const QString& name)
+{
+    QAction* action = m_localeMenu->addAction(localeLabel(name));
+    action->setData(name);
+    action->setCheckable(true);
+    action->setToolTip(tr("Numbers and dates in the chart as this locale writes them"));
+    m_locales->addAction(action);
+    connect(action, &QAction::triggered, this, [this, name] { chooseLocale(name); });
+    return action;
+}
+
+void ViewWindow::buildToolBar()
+{
+    QToolBar* bar = addToolBar(tr("Navigation"));
+    bar->setObjectName(QStringLiteral("navigation"));
+    bar->addActions(m_actions->viewActions());
+}
+
+void ViewWindow::buildStatusBar()
+{
+    m_readOut = new QLabel;
+    m_status = new QLabel;
+    m_statusTimer = new QTimer(this);
+    m_statusTimer->setSingleShot(true);
+    m_statusTimer->setInterval(newsMs);
+    connect(m_statusTimer, &QTimer::timeout, this, [this] { showStatus(QString()); });
+    m_status->setFrameShape(QFrame::StyledPanel);
+    for (QLabel* label : {m_readOut, m_status}) {
+        // Long texts are cut rather than widening the window.
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        label->setTextFormat(Qt::PlainText);
+    }
+    statusBar()->addWidget(m_readOut, 3);
+    statusBar()->addPermanentWidget(m_status, 2);
+    connect(m_chart, &ChartWidget::hoverChanged, this, &ViewWindow::showReadOut);
+    connect(m_chart, &ChartWidget::pointCursorChanged, this, [this] { showReadOut(m_chart->readOut()); });
+}
+
+// The document's tree in the editor and the chart, as just opened: nothing to save.
+void ViewWindow::showDocument()
+{
+    m_model = new KelChartPropertyModel(&m_document->root(), this);
+    m_editor->setModel(m_model);
+    m_chart->setChart(m_document->chart(), m_document->pairs());
+    m_unsaved->markSaved();
+    updateTitle();
+    const QStringList remarks = m_document->notes() + m_document->warnings();
+    if (remarks.isEmpty())
+        m_messageBar->clear();
+    else
+        m_messageBar->showMessage(MessageBar::Level::Remark, remarks);
+    showStatus(remarks.isEmpty() ? tr("Opened %1").arg(m_document->displayName())
+                                 : tr("Opened %1 with %n remark(s)", nullptr, static_cast<int>(remarks.size()))
+                                       .arg(m_document->displayName()));
+}
+
+void ViewWindow::showReadOut(const QString& hover)
+{
+    const QString text = hover.isEmpty() ? m_chart->pointCursorText() : hover;
+    m_readOut->setText(text);
+    m_readOut->setToolTip(text);
+}
+
+// A refusal or fault stays until it is mended; news ("Saved ...") fades.
+void ViewWindow::showStatus(const QString& text, bool refusal)
+{
+    m_statusIsRefusal = refusal && !text.isEmpty();
+    m_status->setText(text);
+    m_status->setToolTip(text);
+    m_status->setStyleSheet(m_statusIsRefusal ? QStringLiteral("color: #a01010") : QString());
+    m_status->setVisible(!text.isEmpty());
+    if (m_statusIsRefusal || text.isEmpty())
+        m_statusTimer->stop();
+    else
+        m_statusTimer->start();
+}
+
+void ViewWindow::showFault(const QString& text)
+{
+    m_messageBar->showMessage(MessageBar::Level::Fault, {text});
+    showStatus(text, true);
+}
+
+void ViewWindow::showWarning(const QString& text)
+{
+    m_messageBar->add(text);
+    showStatus(text);
+}
+
+void ViewWindow::updateTitle()
+{
+    setWindowTitle(tr("%1[*] - kelview").arg(m_document->displayName()));
+    setWindowModified(m_unsaved->isModified());
 }
 
 QString ViewWindow::message() const
 {
     return m_editor->message();
+}
+
+QString ViewWindow::readOut() const
+{
+    return m_readOut->text();
+}
+
+QString ViewWindow::statusMessage() const
+{
+    return m_status->text();
 }
 
 void ViewWindow::treeChanged()
@@ -77,29 +298,147 @@ void ViewWindow::treeChanged()
     m_chart->reload();
 }
 
-void ViewWindow::showMessage(const QString& text)
+void ViewWindow::setChartLocale(const QLocale& locale)
 {
-    m_editor->showMessage(text);
-    statusBar()->showMessage(text);
+    m_chart->setLocale(locale);
+    const QString name = locale.name();
+    const QList<QAction*> offered = m_locales->actions();
+    auto chosen = std::find_if(offered.begin(), offered.end(),
+                               [&name](const QAction* action) { return action->data().toString() == name; });
+    // A locale from the command line that the menu does not offer joins it.
+    (chosen != offered.end() ? *chosen : addLocaleAction(name))->setChecked(true);
+}
+
+void ViewWindow::chooseLocale(const QString& name)
+{
+    setChartLocale(QLocale(name));
+    QSettings().setValue(localeKey, name);
+}
+
+bool ViewWindow::openFile(const QString& path)
+{
+    std::unique_ptr<ChartDocument> next;
+    m_opening = true;
+    try {
+        next = ChartDocument::open(path);
+    } catch (const kelchart::Failure& failure) {
+        m_opening = false;
+        showFault(failure.message());
+        return false;
+    }
+    m_opening = false;
+    releaseDocument();
+    m_document = std::move(next);
+    showDocument();
+    return true;
 }
 
 bool ViewWindow::save(const QString& path)
 {
     Orv::Chart::IoError error;
     if (!Orv::Chart::ChartFile::save(m_document->root(), path, &error)) {
-        showMessage(error.message);
+        showFault(error.message);
         return false;
     }
-    statusBar()->showMessage(tr("Saved %1").arg(path));
+    m_document->setChartPath(path);
+    m_unsaved->markSaved();
+    updateTitle();
+    showStatus(tr("Saved %1").arg(path));
     return true;
 }
 
-void ViewWindow::saveAs()
+void ViewWindow::closeEvent(QCloseEvent* event)
 {
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Save the chart"), QString(), tr("Chart files (*.json)"));
+    if (mayDiscardChanges())
+        event->accept();
+    else
+        event->ignore();
+}
+
+bool ViewWindow::mayDiscardChanges()
+{
+    const auto ask = [this] { return m_savePrompt ? m_savePrompt() : askToSave(); };
+    return mayDiscard(isModified(), ask, [this] { return saveChosen(); });
+}
+
+SaveAnswer ViewWindow::askToSave()
+{
+    QMessageBox box(QMessageBox::Warning, tr("kelview"), tr("The chart has changes that are not saved."),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setInformativeText(m_document->chartPath().isEmpty()
+                               ? tr("Save them to a chart file?")
+                               : tr("Save them to %1?").arg(QFileInfo(m_document->chartPath()).fileName()));
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return SaveAnswer::Save;
+    case QMessageBox::Discard:
+        return SaveAnswer::Discard;
+    default:
+        return SaveAnswer::Cancel;
+    }
+}
+
+void ViewWindow::openChosen()
+{
+    if (!mayDiscardChanges())
+        return;
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Open a chart or data file"), QFileInfo(m_document->chartPath()).path(),
+        tr("Charts and data (*.json *.csv *.tsv *.txt);;Chart files (*.json);;Data files (*.csv *.tsv *.txt);;"
+           "All files (*)"));
     if (!path.isEmpty())
-        save(path);
+        openFile(path);
+}
+
+// A chart set up for data, or the sample, has no chart file yet: Save asks for one.
+bool ViewWindow::saveChosen()
+{
+    return m_document->chartPath().isEmpty() ? saveAsChosen() : save(m_document->chartPath());
+}
+
+bool ViewWindow::saveAsChosen()
+{
+    QString suggestion = m_document->chartPath();
+    if (suggestion.isEmpty() && !m_document->dataPath().isEmpty()) {
+        const QFileInfo data(m_document->dataPath());
+        suggestion = data.dir().filePath(data.completeBaseName() + QStringLiteral(".json"));
+    }
+    QFileDialog dialog(this, tr("Save the chart"), suggestion, chartFilter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("json"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return false;
+    return save(withChartSuffix(dialog.selectedFiles().constFirst()));
+}
+
+void ViewWindow::print()
+{
+    if (!m_printer)
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    auto* dialog = new QPrintDialog(m_printer.get(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this] { printOn(*m_printer); });
+    dialog->open();
+}
+
+// The chart as the view draws it, scaled to fit the page.
+void ViewWindow::printOn(QPrinter& printer)
+{
+    const Orv::Chart::ChartFrames* frames = m_chart->frames();
+    if (frames == nullptr)
+        return;
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        showFault(tr("The chart could not be printed."));
+        return;
+    }
+    const QRectF page = printer.pageRect(QPrinter::DevicePixel);
+    const QSizeF size = frames->size();
+    const double scale = std::min(page.width() / size.width(), page.height() / size.height());
+    painter.scale(scale, scale);
+    frames->paint(painter);
+    showStatus(tr("Printed the chart"));
 }
 
 } // namespace kelview

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QMouseEvent>
+#include <QSettings>
 #include <QTextStream>
 
 #include <cstdio>
@@ -29,17 +30,31 @@ int screenshot(kelview::ViewWindow& window, const kelview::ViewOptions& options)
     return 0;
 }
 
+// The locale asked for, else the one chosen in the View menu last time; a
+// screenshot does not depend on that choice, so that scripts get the same image.
+QLocale chartLocale(const kelview::ViewOptions& options)
+{
+    if (!options.locale.isEmpty())
+        return QLocale(options.locale);
+    if (!options.screenshotPath.isEmpty())
+        return QLocale::c();
+    return QLocale(QSettings().value(QStringLiteral("locale"), QStringLiteral("C")).toString());
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("Orv"));
+    QCoreApplication::setApplicationName(QStringLiteral("kelview"));
     QTextStream err(stderr);
     try {
         const kelview::ViewOptions options = kelview::ViewOptions::parse(QCoreApplication::arguments());
         kelview::ViewWindow window(kelview::ChartDocument::open(options.chartPath, options.csvPath));
         window.resize(options.size);
         window.editorDock()->setVisible(options.editor);
+        window.setChartLocale(chartLocale(options));
         if (!options.screenshotPath.isEmpty())
             return screenshot(window, options);
         window.show();

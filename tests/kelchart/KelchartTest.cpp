@@ -3,7 +3,9 @@
 #include "TestSupport.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
+#include <QLocale>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -37,6 +39,20 @@ bool colourAt(const QImage& image, QPointF at, QRgb colour)
             if (near(image.pixel(static_cast<int>(at.x()) + dx, static_cast<int>(at.y()) + dy), colour, 8))
                 return true;
     return false;
+}
+
+// The contents of the <text> elements of an SVG file, in document order.
+QStringList svgTexts(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QXmlStreamReader xml(&file);
+    QStringList texts;
+    while (!xml.atEnd())
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("text"))
+            texts << xml.readElementText(QXmlStreamReader::IncludeChildElements);
+    return texts;
 }
 
 } // namespace
@@ -260,6 +276,40 @@ TEST_F(KelchartTest, ImportOptionsOverrideTheGuesses)
     EXPECT_TRUE(bad.err.contains("--aggregate median: expected mean, sum or none")) << bad.err.toStdString();
 }
 
+// German labels: decimal commas, and month and weekday names of the locale; the report keeps the model's texts.
+TEST_F(KelchartTest, LocaleWritesTheLabels)
+{
+    QByteArray csv = "time,level [m]\n";
+    for (int hour = 0; hour <= 60; hour += 3)
+        csv += QStringLiteral("2012-03-%1 %2:00,%3\n")
+                   .arg(30 + hour / 24)
+                   .arg(hour % 24, 2, 10, QLatin1Char('0'))
+                   .arg(1 + hour % 12 / 24.0)
+                   .toLatin1();
+    writeText(path(QStringLiteral("days.csv")), csv.replace("2012-03-32", "2012-04-01"));
+    const KelchartRun result = run({QStringLiteral("days.csv"), QStringLiteral("--locale"), QStringLiteral("de_DE"),
+                                    QStringLiteral("--report")});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_TRUE(result.out.contains("\"Sat 31\" at")) << result.out.toStdString();
+    const QLocale german(QLocale::German, QLocale::Germany);
+    const QStringList texts = svgTexts(path(QStringLiteral("kelchart.svg")));
+    EXPECT_TRUE(texts.contains(german.monthName(3, QLocale::ShortFormat) + QStringLiteral(" 30 00:00")))
+        << texts.join(QLatin1Char('|')).toStdString();
+    EXPECT_TRUE(texts.contains(german.dayName(6, QLocale::ShortFormat) + QStringLiteral(" 31")));
+    EXPECT_TRUE(texts.contains(QStringLiteral("1,25")));
+    EXPECT_FALSE(texts.contains(QStringLiteral("1.25")));
+}
+
+TEST_F(KelchartTest, CLocaleDrawsAsWithoutOne)
+{
+    ASSERT_EQ(run({}).exitCode, 0);
+    const KelchartRun c = run({QStringLiteral("--locale"), QStringLiteral("C"), QStringLiteral("--png"),
+                               QStringLiteral("c.png"), QStringLiteral("--svg"), QStringLiteral("c.svg")});
+    ASSERT_EQ(c.exitCode, 0) << c.err.toStdString();
+    EXPECT_EQ(readAll(path(QStringLiteral("c.svg"))), readAll(path(QStringLiteral("kelchart.svg"))));
+    EXPECT_EQ(QImage(path(QStringLiteral("c.png"))), QImage(path(QStringLiteral("kelchart.png"))));
+}
+
 TEST_F(KelchartTest, UnorderedRepeatingXIsSavedAsPoints)
 {
     writeText(path(QStringLiteral("scatter.csv")), "h\tw\n1.8\t80\n1.6\t60\n1.8\t75\n");
@@ -352,6 +402,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadInput{"UnknownOption", {QStringLiteral("--colour")}, "Unknown option 'colour'", 2},
         BadInput{"BadSize", {QStringLiteral("--size"), QStringLiteral("10x10")}, "--size 10x10: expected WIDTHxHEIGHT", 2},
         BadInput{"BadTicks", {QStringLiteral("--ticks"), QStringLiteral("0")}, "--ticks 0: expected a whole number", 2},
+        BadInput{"UnknownLocale", {QStringLiteral("--locale"), QStringLiteral("xx_YY")},
+                 "--locale xx_YY: not a locale name", 2},
         BadInput{"TwoCsvFiles", {QStringLiteral("a.csv"), QStringLiteral("b.csv")}, "at most one CSV file", 2}),
     [](const ::testing::TestParamInfo<BadInput>& info) { return std::string(info.param.name); });
 

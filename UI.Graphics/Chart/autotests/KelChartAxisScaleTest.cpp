@@ -239,6 +239,37 @@ INSTANTIATE_TEST_SUITE_P(Ranges, KelChartAxisScaleDiscreteTest, ::testing::Value
     DiscreteCase{9, 5, 9, 5, 9,
                  {{3, "", -0.375}, {4, "", -0.125}, {5, "", 0.125}, {6, "", 0.375}, {7, "", 0.625}, {8, "", 0.875}}}));
 
+// A view window shows fractional category positions exactly: the categories whose slot centres lie in
+// it, placed relative to it, past the data and the labels on either side.
+TEST_F(KelChartAxisScaleTest, AViewWindowShowsTheCategoriesInsideIt)
+{
+    struct Case {
+        double lo, hi;
+        std::vector<std::tuple<double, const char*, double>> entries;
+    };
+    KelChartAxisDiscrete& axis = discreteAxis();
+    addOn(axis, 'x', 0, 3);
+    for (const Case& c : {Case{0.25, 2.25, {{0, "red", 0.125}, {1, "green", 0.625}}},
+                          Case{-1, 1, {{0, "red", 0.75}}},
+                          Case{2.6, 4.6, {{3, "", 0.45}, {4, "", 0.95}}}}) {
+        axis.viewMin.set(c.lo);
+        axis.viewMax.set(c.hi);
+        const KelChartAxisScale scale = scaleOf(axis, true);
+        EXPECT_TRUE(scale.valid());
+        EXPECT_EQ(scale.min(), c.lo);
+        EXPECT_EQ(scale.max(), c.hi);
+        ASSERT_EQ(scale.size(), c.entries.size()) << c.lo;
+        for (unsigned int i = 0; i < c.entries.size(); ++i) {
+            const auto& [value, label, percentage] = c.entries[i];
+            EXPECT_TRUE(scale.value(i) == value && scale.label(i) == label) << c.lo << " " << i;
+            EXPECT_NEAR(scale.percentage(i), percentage, 1e-6) << c.lo << " " << i;
+        }
+    }
+    // An empty window leaves the range to the data.
+    axis.viewMax.set(axis.viewMin.get());
+    EXPECT_EQ(scaleOf(axis, true).max(), 4);
+}
+
 // Data x near the largest float, or a fixed max near the largest int, would ask for billions of fillers.
 // The size stays the width of the range, saturated; reads past the stored entries give 0 and no text.
 TEST_F(KelChartAxisScaleTest, DiscreteEntriesStopAtTheLimitWithOneWarning)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -43,6 +44,20 @@ protected:
         return scale;
     }
 
+    // Whether the scale's labels are shown relative to an offset; each of
+    // them then gives back its tick's value.
+    static bool exactOffset(const KelChartAxisScale& scale, const LabelRoom& room)
+    {
+        const Orv::Chart::LabelOffset offset = TickFit::offset(scale, room);
+        for (unsigned i = 0; i < offset.labels.size(); ++i) {
+            const double value = offset.labels[i].toDouble() * std::pow(10.0, offset.exponent) + offset.value;
+            // Within a millionth of the range, or the doubles' resolution at the value.
+            const double tolerance = std::max(1e-6 * (scale.max() - scale.min()), 4e-16 * std::abs(scale.value(i)));
+            EXPECT_NEAR(value, scale.value(i), tolerance) << offset.labels[i].toStdString();
+        }
+        return offset.applies();
+    }
+
     KelModifiedGroup group;
     KelChart2D chart{group};
     KelChartAxisContinuous& continuous =
@@ -66,6 +81,7 @@ TEST_F(TickFitTest, FittedRequestsNeverOverlap)
     const char* zones[] = {"UTC", "Europe/Berlin", "America/Sao_Paulo", "Australia/Lord_Howe", "Asia/Kathmandu"};
     int overlaps = 0;
     int crowded = 0;
+    int offsets = 0;
     for (int i = 0; i < 2000; ++i) {
         LabelRoom room;
         room.length = length(random);
@@ -75,7 +91,10 @@ TEST_F(TickFitTest, FittedRequestsNeverOverlap)
         const double min = start(random);
         const double max = min + std::exp(logSpan(random));
         for (KelChartAxisContinuous* axis : {&continuous, static_cast<KelChartAxisContinuous*>(&time)}) {
+            // Numeric labels may be shown relative to an offset, and are fitted so.
+            room.offsetRoom = axis == &continuous && i % 2 == 0 ? 48 : 0;
             const KelChartAxisScale scale = fitted(*axis, min, max, room);
+            offsets += exactOffset(scale, room);
             if (!TickFit::fits(scale, room, TickFit::stride(scale, room)) && ++overlaps < 5) {
                 ADD_FAILURE() << axis->type().toStdString() << " " << min << ".." << max << " length " << room.length
                               << (room.horizontal ? " along" : " across") << ": " << scale.size() << " ticks, "
@@ -86,6 +105,7 @@ TEST_F(TickFitTest, FittedRequestsNeverOverlap)
     }
     EXPECT_EQ(overlaps, 0);
     EXPECT_EQ(crowded, 0);
+    EXPECT_GT(offsets, 100);
 }
 
 // A long axis asks for more intervals than a short one; a cap holds.

@@ -3,6 +3,8 @@
 #include "KelChart.h"
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
+#include "KelChartAxisDiscrete.h"
+#include "KelChartAxisTime.h"
 #include "KelChartLegend.h"
 
 #include <QAbstractItemModelTester>
@@ -151,6 +153,75 @@ TEST_F(PropertyModelTest, RefusedEditsChangeNothingAndSayWhy)
         group.setModified(modifiedBefore);
     }
 }
+
+// Values the store would take but the chart would quietly ignore, and texts
+// the store cannot read, are refused in plain words; sensible ones pass.
+struct CheckCase {
+    const char* path;
+    const char* text;
+    // The reason after "<path>: ", or null when the text is taken.
+    const char* reason;
+};
+
+class ValueCheck : public PropertyModelTest, public ::testing::WithParamInterface<CheckCase> {
+protected:
+    ValueCheck()
+    {
+        chart.axisY.createFirst(QStringLiteral("left"), KelChartAxisContinuous::typeString)
+            .setValue(QStringLiteral("max"), QStringLiteral("10"));
+        chart.axisX.createFirst(QStringLiteral("bottom"), KelChartAxisTime::typeString)
+            .setValue(QStringLiteral("max"), QStringLiteral("3600"));
+        KelChartAxis& top = chart.axisX.createSecond(QStringLiteral("top"), KelChartAxisDiscrete::typeString);
+        top.setValue(QStringLiteral("min"), QStringLiteral("1"));
+        top.setValue(QStringLiteral("max"), QStringLiteral("3"));
+        model.refresh();
+    }
+};
+
+TEST_P(ValueCheck, RefusesWithAPlainReasonOrTakesTheText)
+{
+    const QString path = QString::fromLatin1(GetParam().path);
+    const QString text = QString::fromLatin1(GetParam().text);
+    const QModelIndex cell = at(path);
+    ASSERT_TRUE(cell.isValid());
+    const QString before = cell.data().toString();
+    const QString expected = GetParam().reason ? QString::fromUtf8(GetParam().reason) : QString();
+    EXPECT_EQ(model.problem(cell, text), expected) << "asked before writing";
+    EXPECT_EQ(model.setData(cell, text), expected.isEmpty());
+    if (expected.isEmpty())
+        return;
+    EXPECT_EQ(model.lastError(), path + QStringLiteral(": ") + expected);
+    EXPECT_EQ(cell.data().toString(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Checks, ValueCheck,
+    ::testing::Values(
+        CheckCase{"axis.y/axis.y.left/min", "25", "min must be below max (now 10)"},
+        CheckCase{"axis.y/axis.y.left/min", "10", "min must be below max (now 10)"},
+        CheckCase{"axis.y/axis.y.left/min", "-5", nullptr},
+        CheckCase{"axis.y/axis.y.left/max", "-1", "max must be above min (now 0)"},
+        CheckCase{"axis.y/axis.y.left/max", "inf", "max must be a finite number, not inf"},
+        CheckCase{"axis.x/axis.x.bottom/min", "7200", "min must be below max (now 3600)"},
+        CheckCase{"axis.x/axis.x.bottom/max", "60", nullptr},
+        CheckCase{"axis.x/axis.x.top/max", "1", "max must be above min (now 1)"},
+        CheckCase{"axis.x/axis.x.top/min", "-1", "min must be 0 or more: categories count from 0"},
+        CheckCase{"axis.x/axis.x.top/min", "0", nullptr},
+        CheckCase{"variable/T1/style/lineWidth", "2, -3", "lineWidth must be 0 or more, not -3"},
+        CheckCase{"variable/T1/style/barWidth", "nan", "barWidth must be a finite number, not nan"},
+        CheckCase{"variable/T1/style/symbolSize", "-1", "symbolSize must be 0 or more, not -1"},
+        CheckCase{"variable/T1/style/lineWidth", "0, 2.5", nullptr},
+        CheckCase{"variable/T1/style/barOffset", "-0.5", nullptr},
+        CheckCase{"variable/T1/style/lineColor", "red, blurple",
+                  "\"blurple\" is not a colour: use a name like red or a code like #3060c0"},
+        CheckCase{"variable/T1/style/lineWidth", "1, wide", "\"wide\" is not a number: write it like 2.5 or 1e-3"},
+        CheckCase{"variable/T1/style/lineColor", "\"red",
+                  "\"\"red\" is not a list: separate the entries with commas, and put an entry that holds a comma "
+                  "or a quote in double quotes"},
+        CheckCase{"variable/T1/order", "1.5", "\"1.5\" is not a whole number: write it like 3 or -12"},
+        CheckCase{"variable/T1/style/bands", "-2",
+                  "\"-2\" is not a whole number of 0 or more: write it like 0 or 12"},
+        CheckCase{"variable/T1/enabled", "maybe", "\"maybe\" is not true or false"}));
 
 TEST_F(PropertyModelTest, EditorHintsFollowTheValueType)
 {

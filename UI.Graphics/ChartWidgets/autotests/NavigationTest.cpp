@@ -183,6 +183,32 @@ TEST_P(Navigation, TheHoverDescribesWhatIsUnderTheStillCursorAfterEveryChange)
     describesCursor("a resize");
 }
 
+// The period axis at the top shares the bottom edge's direction: "afternoon"
+// (12 to 18 h) stays centred on 15 h however the hours zoom and pan.
+TEST_P(Navigation, TheCategoriesOnTopMoveWithTheHoursBelow)
+{
+    const auto afternoonAt15h = [&](const char* after) {
+        const Orv::Chart::PlotAxis* top = view->frames()->pipeline().axis(QStringLiteral("axis.x.top"));
+        ASSERT_NE(top, nullptr) << after;
+        const auto& ticks = top->ticks.major();
+        const auto afternoon = std::find_if(ticks.begin(), ticks.end(), [](const Orv::Chart::Tick& tick) {
+            return tick.label == QStringLiteral("afternoon");
+        });
+        ASSERT_NE(afternoon, ticks.end()) << after;
+        const double x = view->frames()->layout().alongAxis(Orv::Chart::AxisSide::Top, afternoon->position).x();
+        EXPECT_NEAR(x, pixelOf(spans()[0], 15.0), 0.01) << after;
+    };
+    afternoonAt15h("home");
+    wheel(plot().topLeft() + QPointF(plot().width() * 0.55, 20), 240);
+    afternoonAt15h("a zoom");
+    dragBy(plot().center().toPoint(), {QPointF(-37, 0)});
+    afternoonAt15h("a pan");
+    view->back();
+    afternoonAt15h("back");
+    view->home();
+    afternoonAt15h("home again");
+}
+
 TEST_P(Navigation, HomeBackAndForwardWalkThroughTheViews)
 {
     const ViewState home = ViewState::of(view->frames()->pairs());
