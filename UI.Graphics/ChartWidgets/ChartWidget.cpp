@@ -317,6 +317,11 @@ void ChartWidget::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ChartWidget::leaveEvent(QEvent*)
 {
+    clearHover();
+}
+
+void ChartWidget::clearHover()
+{
     m_hovering = false;
     m_hover.clear();
     m_readOut.clear();
@@ -504,6 +509,9 @@ void ChartWidget::setPointCursor(std::size_t series, std::size_t index)
     }
     const bool moved = !(cursor == m_cursor);
     m_cursor = cursor;
+    // The keyboard took over from the mouse: the point cursor's box, not the hover's.
+    if (moved && cursor.valid())
+        clearHover();
     if (cursor.valid())
         keepCursorInView();
     update();

@@ -140,6 +140,7 @@ private:
     void moveCursorAlong(long steps);
     void keepCursorInView();
     void updateHover(QPointF pixel);
+    void clearHover();
     void refreshHover();
     void paintBand(QPainter& painter) const;
     void paintCrosshair(QPainter& painter) const;

@@ -16,6 +16,7 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
@@ -184,6 +185,17 @@ TEST_F(ChartActionsTest, UndoAndRedoFollowTheEditorsStack)
     ASSERT_TRUE(actions->redo()->isEnabled());
     actions->redo()->trigger();
     EXPECT_EQ(valueCell(*model, QStringLiteral("title")).data().toString(), QStringLiteral("Walks"));
+}
+
+TEST_F(ChartActionsTest, TheImageIsWrittenAsDrawnOrTheFaultNamesTheFile)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("chart.png"));
+    ASSERT_TRUE(actions->writeImage(path));
+    EXPECT_EQ(QImage(path).size(), view->size());
+    QString error;
+    EXPECT_FALSE(actions->writeImage(folder.filePath(QStringLiteral("no/such/folder/chart.png")), &error));
+    EXPECT_TRUE(error.contains(QStringLiteral("chart.png"))) << error.toStdString();
 }
 
 TEST(ChartActionsWithoutEditor, HaveNoUndo)

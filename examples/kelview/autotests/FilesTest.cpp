@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace {
 
 using kelview::ViewOptions;
@@ -17,6 +19,11 @@ struct FileKind {
     const char* name;
     bool data;
 };
+
+void PrintTo(const FileKind& kind, std::ostream* out)
+{
+    *out << kind.name << (kind.data ? " (data)" : " (chart)");
+}
 
 class FileKinds : public ::testing::TestWithParam<FileKind> {};
 

@@ -21,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 
 namespace {
 
@@ -182,6 +183,13 @@ struct Decision {
     int asks;
     int saveCalls;
 };
+
+void PrintTo(const Decision& d, std::ostream* out)
+{
+    static const char* const answers[] = {"Save", "Discard", "Cancel"};
+    *out << (d.modified ? "modified, " : "unmodified, ") << answers[static_cast<int>(d.answer)]
+         << (d.saves ? ", save succeeds" : ", save fails");
+}
 
 class PromptDecision : public ::testing::TestWithParam<Decision> {};
 
