@@ -7,9 +7,7 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -300,8 +298,6 @@ void ChartWidget::mouseReleaseEvent(QMouseEvent* event)
         viewChosen();
     } else if (m_drag == Drag::Pan && moved) {
         viewChosen();
-    } else if (m_drag == Drag::Band && event->button() == Qt::RightButton && !moved) {
-        showContextMenu(m_current.toPoint());
     }
     m_drag = Drag::None;
     m_pressRanges.reset();
@@ -383,14 +379,14 @@ void ChartWidget::keyPressEvent(QKeyEvent* event)
     const QRectF plot = m_frames->layout().plot();
     const double dx = plot.width() * keyPanShare;
     const double dy = plot.height() * keyPanShare;
-    // With the point cursor on a series Left and Right move it; Shift pans still.
-    const bool onPoint = m_cursor.valid() && !(event->modifiers() & Qt::ShiftModifier);
+    // With the point cursor on a series Left and Right move it (Shift: by ten).
+    const bool onPoint = m_cursor.valid();
     const long step = (event->modifiers() & Qt::ShiftModifier) ? bigStep : 1;
     switch (event->key()) {
     case Qt::Key_Left:
-        return m_cursor.valid() && !(event->modifiers() & Qt::AltModifier) ? moveCursorAlong(-step) : panBy({dx, 0});
+        return m_cursor.valid() ? moveCursorAlong(-step) : panBy({dx, 0});
     case Qt::Key_Right:
-        return m_cursor.valid() && !(event->modifiers() & Qt::AltModifier) ? moveCursorAlong(step) : panBy({-dx, 0});
+        return m_cursor.valid() ? moveCursorAlong(step) : panBy({-dx, 0});
     case Qt::Key_Up:
         return panBy({0, dy});
     case Qt::Key_Down:
@@ -419,29 +415,6 @@ void ChartWidget::keyPressEvent(QKeyEvent* event)
         break;
     }
     QWidget::keyPressEvent(event);
-}
-
-// The right button draws rubber bands: its menu opens on a release without a
-// drag (see mouseReleaseEvent), the menu key's at once.
-void ChartWidget::contextMenuEvent(QContextMenuEvent* event)
-{
-    event->accept();
-    if (event->reason() == QContextMenuEvent::Mouse)
-        return;
-    const QPoint centre = m_frames ? m_frames->layout().plot().center().toPoint() : rect().center();
-    showContextMenu(rect().contains(event->pos()) ? event->pos() : centre);
-}
-
-void ChartWidget::showContextMenu(QPoint at)
-{
-    if (contextMenuPolicy() == Qt::CustomContextMenu) {
-        Q_EMIT customContextMenuRequested(at);
-    } else if (contextMenuPolicy() == Qt::ActionsContextMenu && !actions().isEmpty()) {
-        auto* menu = new QMenu(this);
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        menu->addActions(actions());
-        menu->popup(mapToGlobal(at));
-    }
 }
 
 // Tab walks through the series with the point cursor, then on to the next widget.

@@ -1,9 +1,9 @@
 #pragma once
 // The chart in a widget, driven with the mouse and the keyboard as a host
 // drives it: through the axes' range properties (see AxisRanges), then a new
-// frame over the kept caches. A right click without a drag (or the menu key)
-// opens the context menu the host chose with Qt's context menu policy: the
-// widget's actions, or `customContextMenuRequested`.
+// frame over the kept caches. The right button draws rubber bands; ChartActions
+// gives a host the menus, toolbar and context menu (on a right click without
+// a drag) that go with it.
 //
 // Mouse: the wheel zooms about the cursor (over an axis band, that axis
 // alone), a left drag pans, a right drag (or a left drag with Shift) zooms to
@@ -14,7 +14,7 @@
 //
 // Keyboard: arrows pan, + and - zoom, Home, Escape cancels a rubber band,
 // Tab and Shift+Tab move the point cursor between series, Left and Right
-// (Home and End with Ctrl) move it along one.
+// (Shift: by ten; Ctrl+Home and End to the ends) move it along one.
 //
 // Labels and read-outs follow the widget's locale (QWidget::setLocale); the
 // chart's own texts stay as the model writes them.
@@ -122,12 +122,10 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     enum class Drag { None, Pan, Band };
 
-    void showContextMenu(QPoint at);
     void rescale();
     void rangesWritten();
     void viewChosen();

@@ -75,6 +75,12 @@ ViewWindow::ViewWindow(std::unique_ptr<ChartDocument> document, QWidget* parent)
     buildMenus();
     buildToolBar();
     buildStatusBar();
+    connectMessages();
+    showDocument();
+}
+
+void ViewWindow::connectMessages()
+{
     connect(m_editor, &PropertyEditor::refused, this, [this](const QString& text) { showStatus(text, true); });
     connect(m_editor, &PropertyEditor::edited, this, [this] {
         if (m_statusIsRefusal)
@@ -85,7 +91,6 @@ ViewWindow::ViewWindow(std::unique_ptr<ChartDocument> document, QWidget* parent)
     connect(m_actions, &ChartActions::imageSaved, this,
             [this](const QString& path) { showStatus(tr("Saved the image to %1").arg(path)); });
     connect(m_unsaved, &UnsavedChanges::modifiedChanged, this, &QWidget::setWindowModified);
-    showDocument();
 }
 
 ViewWindow::~ViewWindow()
@@ -216,8 +221,11 @@ void ViewWindow::buildStatusBar()
     }
     statusBar()->addWidget(m_readOut, 3);
     statusBar()->addPermanentWidget(m_status, 2);
-    connect(m_chart, &ChartWidget::hoverChanged, this, &ViewWindow::showReadOut);
-    connect(m_chart, &ChartWidget::pointCursorChanged, this, [this] { showReadOut(m_chart->readOut()); });
+    connect(m_chart, &ChartWidget::hoverChanged, this, [this](const QString& hover) {
+        m_hover = hover;
+        showReadOut();
+    });
+    connect(m_chart, &ChartWidget::pointCursorChanged, this, &ViewWindow::showReadOut);
 }
 
 // The document's tree in the editor and the chart, as just opened: nothing to save.
@@ -238,9 +246,10 @@ void ViewWindow::showDocument()
                                        .arg(m_document->displayName()));
 }
 
-void ViewWindow::showReadOut(const QString& hover)
+// The hover's values, or the point cursor's while the mouse is elsewhere.
+void ViewWindow::showReadOut()
 {
-    const QString text = hover.isEmpty() ? m_chart->pointCursorText() : hover;
+    const QString text = m_hover.isEmpty() ? m_chart->pointCursorText() : m_hover;
     m_readOut->setText(text);
     m_readOut->setToolTip(text);
 }

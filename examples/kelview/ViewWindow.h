@@ -86,9 +86,10 @@ private:
     QAction* addLocaleAction(const QString& name);
     void buildToolBar();
     void buildStatusBar();
+    void connectMessages();
     void releaseDocument();
     void showDocument();
-    void showReadOut(const QString& hover);
+    void showReadOut();
     void showStatus(const QString& text, bool refusal = false);
     void showFault(const QString& text);
     void showWarning(const QString& text);
@@ -111,6 +112,7 @@ private:
     MessageBar* m_messageBar = nullptr;
     UnsavedChanges* m_unsaved = nullptr;
     QLabel* m_readOut = nullptr;
+    QString m_hover;
     QLabel* m_status = nullptr;
     QTimer* m_statusTimer = nullptr;
     bool m_statusIsRefusal = false;
