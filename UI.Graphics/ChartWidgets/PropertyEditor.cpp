@@ -75,6 +75,15 @@ PropertyEditor::PropertyEditor(QWidget* parent)
     connect(m_delegate, &PropertyDelegate::committed, this, &PropertyEditor::afterCommit);
 }
 
+// Closing the tree commits an open field, after this editor's own parts are
+// gone: what the model and the delegate say then must not reach them.
+PropertyEditor::~PropertyEditor()
+{
+    disconnect(m_delegate, nullptr, this, nullptr);
+    if (m_model)
+        disconnect(m_model, nullptr, this, nullptr);
+}
+
 void PropertyEditor::setModel(KelChartPropertyModel* model)
 {
     if (m_model)

@@ -29,6 +29,7 @@ class ORV_CHARTWIDGETS_EXPORT PropertyEditor : public QWidget {
     Q_OBJECT
 public:
     explicit PropertyEditor(QWidget* parent = nullptr);
+    ~PropertyEditor() override;
 
     // The model shown, or none; it is not owned and must outlive the editor or
     // be replaced first. A new model starts with an empty undo stack.
