@@ -34,6 +34,12 @@ bool showsPoint(const std::vector<ChartPart>& parts)
     return std::find(parts.begin(), parts.end(), pointPart) != parts.end();
 }
 
+std::vector<ChartPart> withoutPoint(std::vector<ChartPart> parts)
+{
+    parts.erase(std::remove(parts.begin(), parts.end(), pointPart), parts.end());
+    return parts;
+}
+
 } // namespace
 
 void installChartAccessibility()
@@ -146,10 +152,11 @@ QString ChartAccessible::text(QAccessible::Text t) const
 
 QAccessibleInterface* ChartAccessible::part(ChartPart key) const
 {
+    // Ours unless someone deleted it from QAccessible's cache.
     const auto found = m_parts.find(key);
-    if (found != m_parts.end())
-        if (QAccessibleInterface* known = QAccessible::accessibleInterface(found->second))
-            return known;
+    QAccessibleInterface* known = found != m_parts.end() ? QAccessible::accessibleInterface(found->second) : nullptr;
+    if (known != nullptr)
+        return known;
     auto* made = new ChartPartAccessible(chartWidget(), key);
     m_parts[key] = QAccessible::registerAccessibleInterface(made);
     return made;
@@ -168,12 +175,20 @@ void ChartAccessible::checkParts()
     if (chart == m_chart && parts == m_shown)
         return;
     const bool otherChart = chart != m_chart;
+    const bool samePlot = !otherChart && withoutPoint(parts) == withoutPoint(m_shown);
     m_chart = chart;
     m_shown = std::move(parts);
+    // A point appearing is told as itself: a reader adds it without taking in
+    // every child anew (nor does Qt 5's AT-SPI bridge pass a reorder on well).
+    if (samePlot && showsPoint(m_shown)) {
+        announce(part(pointPart), QAccessible::ObjectCreated);
+        return;
+    }
     announce(this, QAccessible::ObjectReorder);
     if (otherChart)
         announce(this, QAccessible::NameChanged);
-    announce(this, QAccessible::DescriptionChanged);
+    if (!samePlot)
+        announce(this, QAccessible::DescriptionChanged);
 }
 
 // A point that takes the focus is read as focused; a move along a series

@@ -25,10 +25,7 @@ struct ChartPart {
     std::size_t index = 0;
 
     bool operator==(const ChartPart& other) const { return kind == other.kind && index == other.index; }
-    bool operator<(const ChartPart& other) const
-    {
-        return std::tie(kind, index) < std::tie(other.kind, other.index);
-    }
+    bool operator<(const ChartPart& other) const { return std::tie(kind, index) < std::tie(other.kind, other.index); }
 };
 
 // The children the widget shows now, in order.

@@ -1,8 +1,8 @@
 #include "ChartDescription_p.h"
 
+#include "HoverText.h"
+
 #include "KelChartAxisTime.h"
-#include "KelChartEpochConversion.h"
-#include "TimeZone.h"
 
 #include <QStringList>
 
@@ -15,8 +15,6 @@ namespace Orv::Chart {
 
 namespace {
 
-// The calendar the zone database knows ends before the year 10000.
-constexpr double latestSeconds = 2.5e11;
 // A span is read to a hundredth of itself: finer digits are noise to a listener.
 constexpr double stepsPerSpan = 100;
 // The digits of a number whose span says nothing about its precision.
@@ -41,43 +39,6 @@ QString numberText(double value, double step, const QLocale& locale)
     return locale.toString(value, 'g', std::clamp(integerDigits + decimals, 1, 15));
 }
 
-// The date pattern and second decimals that show instants `step` seconds apart.
-std::pair<const char*, int> datePattern(double step)
-{
-    if (step >= 86400)
-        return {"%Y-%m-%d %Z", 0};
-    if (step >= 60)
-        return {"%Y-%m-%d %H:%M %Z", 0};
-    return {"%Y-%m-%d %H:%M:%S %Z", step >= 1 ? 0 : step >= 1e-3 ? 3 : 6};
-}
-
-// A time axis's value as a date in the axis's zone; empty where the calendar has none.
-QString dateText(const PlotAxis& axis, double value, double step)
-{
-    const auto* time = dynamic_cast<const KelChartAxisTime*>(axis.axis);
-    if (time == nullptr)
-        return {};
-    const KelChartEpochConversion epoch(time->unitLabel.get());
-    if (!epoch.valid())
-        return {};
-    const double seconds = epoch.toEpoch(value);
-    if (!std::isfinite(seconds) || std::abs(seconds) > latestSeconds)
-        return {};
-    const auto [pattern, decimals] = datePattern(std::abs(epoch.toEpoch(value + step) - seconds));
-    const Orv::Math::TimeZone zone(time->timeZone.get().trimmed().toStdString());
-    const auto micros = static_cast<std::int64_t>(std::llround(seconds * 1e6));
-    return QString::fromStdString(zone.format(micros, pattern, decimals));
-}
-
-// The label of the category slot a value falls in, counted from the first slot shown.
-QString categoryText(const PlotAxis& axis, double value)
-{
-    const long slot = std::lround(value - axis.min);
-    const std::vector<Tick>& slots = axis.ticks.major();
-    return slot >= 0 && static_cast<std::size_t>(slot) < slots.size() ? slots[static_cast<std::size_t>(slot)].label
-                                                                       : QString();
-}
-
 // Dates and categories name themselves; numbers take the unit after them.
 bool numeric(const PlotAxis& axis)
 {
@@ -93,12 +54,12 @@ QString unitSuffix(const PlotAxis& axis)
 QString valueText(const PlotAxis& axis, double value, double step, const QLocale& locale)
 {
     if (axis.time) {
-        const QString date = dateText(axis, value, step);
+        QString date = HoverText::dateText(axis, value, step);
         if (!date.isEmpty())
             return date;
     }
     if (axis.discrete) {
-        const QString label = categoryText(axis, value);
+        QString label = HoverText::categoryText(axis, value);
         if (!label.isEmpty())
             return label;
     }
@@ -126,8 +87,7 @@ QString categoryRange(const PlotAxis& axis)
     if (labels.size() <= listedCategories)
         return labels.join(QStringLiteral(", "));
     return QStringLiteral("%1, from %2 to %3")
-        .arg(counted(static_cast<std::size_t>(labels.size()), "category", "categories"), labels.first(),
-             labels.last());
+        .arg(counted(static_cast<std::size_t>(labels.size()), "category", "categories"), labels.first(), labels.last());
 }
 
 const QString& sideName(AxisSide side)
@@ -179,9 +139,8 @@ QString ChartDescription::summary(const ChartFrames* frames)
 {
     if (frames == nullptr)
         return QStringLiteral("no axes to draw");
-    return QStringLiteral("%1, %2")
-        .arg(counted(frames->pipeline().axes().size(), "axis", "axes"),
-             counted(drawnSeries(*frames).size(), "series", "series"));
+    return QStringLiteral("%1, %2").arg(counted(frames->pipeline().axes().size(), "axis", "axes"),
+                                        counted(drawnSeries(*frames).size(), "series", "series"));
 }
 
 QString ChartDescription::axisName(const PlotAxis& axis)

@@ -69,7 +69,7 @@ QString ChartPartAccessible::axisText(QAccessible::Text t) const
     const PlotAxis* drawn = axis();
     if (drawn == nullptr)
         return {};
-    const QString range = ChartDescription::axisRange(*drawn, m_widget->locale());
+    QString range = ChartDescription::axisRange(*drawn, m_widget->locale());
     switch (t) {
     case QAccessible::Name:
         return ChartDescription::axisName(*drawn);
@@ -129,7 +129,8 @@ QRectF ChartPartAccessible::seriesArea() const
 {
     const ChartLayout& layout = m_widget->frames()->layout();
     const std::vector<std::size_t>& entries = layout.legendEntries();
-    const auto entry = static_cast<std::size_t>(std::find(entries.begin(), entries.end(), m_key.index) - entries.begin());
+    const auto entry =
+        static_cast<std::size_t>(std::find(entries.begin(), entries.end(), m_key.index) - entries.begin());
     return entry < std::min(layout.legendGrid().shown, entries.size()) ? layout.legendCell(entry) : layout.plot();
 }
 

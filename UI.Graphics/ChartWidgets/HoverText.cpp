@@ -84,35 +84,6 @@ int secondDecimalsOf(std::int64_t micros)
     return fraction == 0 ? 0 : fraction % 1000 == 0 ? 3 : 6;
 }
 
-// A time axis's value as a date in the axis's zone, to `resolution` (zero:
-// as exact as the value); empty where the calendar has none.
-QString timeText(const PlotAxis& axis, double value, double resolution)
-{
-    const auto* time = static_cast<const KelChartAxisTime*>(axis.axis);
-    const KelChartEpochConversion epoch(time->unitLabel.get());
-    if (!epoch.valid())
-        return {};
-    const double seconds = epoch.toEpoch(value);
-    if (!std::isfinite(seconds) || std::abs(seconds) > latestSeconds)
-        return {};
-    const auto micros = static_cast<std::int64_t>(std::llround(seconds * 1e6));
-    const double secondsResolution = std::abs(epoch.toEpoch(value + resolution) - seconds);
-    auto [pattern, decimals] = timePattern(resolution > 0 ? secondsResolution : 0.5);
-    if (resolution <= 0)
-        decimals = secondDecimalsOf(micros);
-    const Orv::Math::TimeZone zone(time->timeZone.get().trimmed().toStdString());
-    return QString::fromStdString(zone.format(micros, pattern, decimals));
-}
-
-QString categoryText(const PlotAxis& axis, double value)
-{
-    const double category = std::round(value);
-    for (const Tick& tick : axis.ticks.major())
-        if (tick.value == category)
-            return tick.label;
-    return {};
-}
-
 // A number with the digits that `resolution` (its smallest distinct step) tells apart.
 QString numberAt(double value, double resolution, const QLocale& locale)
 {
@@ -132,12 +103,12 @@ QString valueText(const PlotAxis& axis, double value, double resolution, const Q
     if (!std::isfinite(value))
         return {};
     if (axis.time) {
-        const QString date = timeText(axis, value, resolution);
+        const QString date = HoverText::dateText(axis, value, resolution);
         if (!date.isEmpty())
             return date;
     }
     if (axis.discrete)
-        return categoryText(axis, value);
+        return HoverText::categoryText(axis, value);
     if (!axis.ticks.logarithmic())
         return withUnit(axis, resolution > 0 ? numberAt(value, resolution, locale)
                                              : locale.toString(value, 'g', pointDigits));
@@ -201,6 +172,33 @@ QString readOut(const ChartFrames& frames, QPointF pixel, const QLocale& locale)
 }
 
 } // namespace
+
+QString HoverText::dateText(const PlotAxis& axis, double value, double resolution)
+{
+    const auto* time = static_cast<const KelChartAxisTime*>(axis.axis);
+    const KelChartEpochConversion epoch(time->unitLabel.get());
+    if (!epoch.valid())
+        return {};
+    const double seconds = epoch.toEpoch(value);
+    if (!std::isfinite(seconds) || std::abs(seconds) > latestSeconds)
+        return {};
+    const auto micros = static_cast<std::int64_t>(std::llround(seconds * 1e6));
+    const double secondsResolution = std::abs(epoch.toEpoch(value + resolution) - seconds);
+    auto [pattern, decimals] = timePattern(resolution > 0 ? secondsResolution : 0.5);
+    if (resolution <= 0)
+        decimals = secondDecimalsOf(micros);
+    const Orv::Math::TimeZone zone(time->timeZone.get().trimmed().toStdString());
+    return QString::fromStdString(zone.format(micros, pattern, decimals));
+}
+
+QString HoverText::categoryText(const PlotAxis& axis, double value)
+{
+    const double category = std::round(value);
+    for (const Tick& tick : axis.ticks.major())
+        if (tick.value == category)
+            return tick.label;
+    return {};
+}
 
 QString HoverText::seriesName(const ChartFrames& frames, std::size_t series)
 {

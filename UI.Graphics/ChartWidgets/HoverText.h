@@ -46,6 +46,11 @@ ORV_CHARTWIDGETS_EXPORT QString pointText(const ChartFrames& frames, std::size_t
                                           const QLocale& locale = QLocale::c());
 // Where that point is drawn; NaN coordinates when it has no place.
 ORV_CHARTWIDGETS_EXPORT QPointF pointPixel(const ChartFrames& frames, std::size_t series, std::size_t index);
+// A time axis's value as a date in the axis's zone, to `resolution` in the
+// axis's coordinates (zero: as exact as the value); empty where the calendar has none.
+ORV_CHARTWIDGETS_EXPORT QString dateText(const PlotAxis& axis, double value, double resolution);
+// The label of the category at that value, or empty.
+ORV_CHARTWIDGETS_EXPORT QString categoryText(const PlotAxis& axis, double value);
 // The title of a series, or its name when untitled.
 ORV_CHARTWIDGETS_EXPORT QString seriesName(const ChartFrames& frames, std::size_t series);
 
