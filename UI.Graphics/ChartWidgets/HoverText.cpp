@@ -4,8 +4,11 @@
 #include "KelChartEpochConversion.h"
 #include "TimeZone.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace Orv::Chart {
 
