@@ -15,6 +15,7 @@
 #include "KelChartVariable.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMouseEvent>
@@ -302,6 +303,53 @@ TEST_P(Navigation, ALegendClickHidesASeriesAndASecondShowsIt)
     // Slower than a double click, which toggles once.
     QTest::mouseClick(view, Qt::LeftButton, {}, entry.toPoint(), QApplication::doubleClickInterval() + 50);
     EXPECT_TRUE(air.enabled.get());
+}
+
+// Fit y narrows the vertical axes to the data inside the hours shown, which
+// the pan that follows moves by the pixels asked.
+TEST_P(Navigation, FitYTakesTheDataInViewAndCopiesTellWhatIsShown)
+{
+    view->zoomIn();
+    view->zoomIn();
+    view->panBy({-plot().width() / 4, 0});
+    const auto before = spans();
+    view->fitY();
+    const auto fitted = spans();
+    // The data drawn inside the hours shown fill the fitted ranges but for a 5% margin at each end.
+    const KelChartPerVariableScaling& scaling = view->frames()->pipeline().scaling();
+    for (std::size_t i = 0; i < fitted.size(); ++i) {
+        if (fitted[i].horizontal) {
+            EXPECT_EQ(fitted[i].min, before[i].min);
+            continue;
+        }
+        double lo = HUGE_VAL, hi = -HUGE_VAL;
+        for (std::size_t k = 0; k < scaling.size(); ++k) {
+            const KelChartVariableCache& cache = scaling.variable(k);
+            if (!scaling.valid(k) || cache.variable().yAxis.get() != fitted[i].name ||
+                cache.variable().xAxis.get() != fitted[0].name)
+                continue;
+            for (std::size_t p = 0; p < cache.x().size(); ++p)
+                if (cache.x()[p] >= fitted[0].min && cache.x()[p] <= fitted[0].max && std::isfinite(cache.y()[p])) {
+                    lo = std::min(lo, cache.y()[p]);
+                    hi = std::max(hi, cache.y()[p]);
+                }
+        }
+        EXPECT_NEAR(fitted[i].min, lo - 0.05 * (hi - lo), 1e-9) << fitted[i].name.toStdString();
+        EXPECT_NEAR(fitted[i].max, hi + 0.05 * (hi - lo), 1e-9) << fitted[i].name.toStdString();
+    }
+    view->zoomOut();
+    EXPECT_NEAR(spans()[0].max - spans()[0].min, (fitted[0].max - fitted[0].min) / 0.8, 1e-9);
+
+    move(plot().center());
+    view->copyValues();
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(QStringLiteral("time = "))) << "the read-out first";
+    view->setFocus();
+    key(Qt::Key_Tab);
+    view->copyValues();
+    EXPECT_EQ(QApplication::clipboard()->text(), view->pointCursorText()) << "the point cursor's values";
+    view->copyImage();
+    EXPECT_EQ(QApplication::clipboard()->image().size(), view->size());
+    EXPECT_TRUE(OrvTest::anythingDrawn(view->image(), plot().toRect(), Qt::white));
 }
 
 TEST_P(Navigation, TheHoverBoxStaysInsideTheWindowAtEveryEdge)
