@@ -132,10 +132,10 @@ Number Writer::readNumber(const QString& text, int& at)
 QString Writer::sign(QChar c) const
 {
     if (c == QLatin1Char('-'))
-        return QString(m_locale.negativeSign());
+        return {m_locale.negativeSign()};
     if (c == QLatin1Char('+'))
-        return QString(m_locale.positiveSign());
-    return QString();
+        return {m_locale.positiveSign()};
+    return {};
 }
 
 QString Writer::digits(const QString& run) const
@@ -167,7 +167,7 @@ QString Writer::written(const Number& number) const
 // A month alone in its label is named as it stands alone; beside a day, as in a date.
 QString Writer::word(const QString& text, int from, int to) const
 {
-    const QString name = text.mid(from, to - from);
+    QString name = text.mid(from, to - from);
     QLocale::FormatType format = QLocale::ShortFormat;
     if (const int month = nameIndex(name, monthNames, format) + 1; month > 0)
         return text.trimmed() == name ? m_locale.standaloneMonthName(month, format) : m_locale.monthName(month, format);

@@ -103,7 +103,7 @@ std::function<double(const QString&)> TickFit::perCharacter(double pixels)
 bool TickFit::fits(const KelChartAxisScale& scale, const LabelRoom& room, unsigned stride)
 {
     const std::vector<QString> labels = drawnLabels(scale, room);
-    const unsigned ticks = static_cast<unsigned>(labels.size());
+    const auto ticks = static_cast<unsigned>(labels.size());
     for (unsigned i = 1; i < ticks; ++i) {
         const double distance = std::abs(scale.percentage(i) - scale.percentage(i - 1)) * room.length;
         if (stride == 1 && distance < room.minDistance)

@@ -158,11 +158,11 @@ void ChartActions::createViewActions()
 {
     m_home = makeAction(tr("&Home"), tr("Back to the view the chart opened with"),
                         iconOf("go-home", noStyleIcon, drawHouse));
-    m_home->setShortcuts({QKeySequence(Qt::ALT | Qt::Key_Home), QKeySequence(Qt::CTRL | Qt::Key_0)});
+    m_home->setShortcuts({QKeySequence(QStringLiteral("Alt+Home")), QKeySequence(QStringLiteral("Ctrl+0"))});
     m_back = makeAction(tr("&Back"), tr("The previous view"), iconOf("go-previous", QStyle::SP_ArrowBack));
-    m_back->setShortcuts(keysOf(QKeySequence::Back, QKeySequence(Qt::ALT | Qt::Key_Left)));
+    m_back->setShortcuts(keysOf(QKeySequence::Back, QKeySequence(QStringLiteral("Alt+Left"))));
     m_forward = makeAction(tr("&Forward"), tr("The next view"), iconOf("go-next", QStyle::SP_ArrowForward));
-    m_forward->setShortcuts(keysOf(QKeySequence::Forward, QKeySequence(Qt::ALT | Qt::Key_Right)));
+    m_forward->setShortcuts(keysOf(QKeySequence::Forward, QKeySequence(QStringLiteral("Alt+Right"))));
     m_zoomIn = makeAction(tr("Zoom &in"), tr("Zoom in about the plot's centre"),
                           iconOf("zoom-in", noStyleIcon, [](QPainter& painter) { drawLens(painter, true); }));
     m_zoomIn->setShortcuts(QKeySequence::ZoomIn);
@@ -171,7 +171,7 @@ void ChartActions::createViewActions()
     m_zoomOut->setShortcuts(QKeySequence::ZoomOut);
     m_fitY = makeAction(tr("Fit &y to data"), tr("The y axes to the data inside the x range shown"),
                         iconOf("zoom-fit-best", noStyleIcon, drawFitVertical));
-    m_fitY->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y));
+    m_fitY->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+Y")));
     connect(m_home, &QAction::triggered, m_chart, &ChartWidget::home);
     connect(m_back, &QAction::triggered, m_chart, &ChartWidget::back);
     connect(m_forward, &QAction::triggered, m_chart, &ChartWidget::forward);
@@ -189,7 +189,7 @@ void ChartActions::createCopyActions()
     m_copyValues->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     m_copyImage =
         makeAction(tr("Copy &image"), tr("Copy the chart as an image"), iconOf("image-x-generic", noStyleIcon));
-    m_copyImage->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    m_copyImage->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+C")));
     m_saveImage = makeAction(tr("Save &image..."), tr("Save the chart as an image file"),
                              iconOf("document-save-as", QStyle::SP_DialogSaveButton));
     connect(m_copyValues, &QAction::triggered, this, &ChartActions::copyValuesNow);
@@ -252,7 +252,7 @@ void ChartActions::updateEnabled()
 
 QString ChartActions::valuesText() const
 {
-    const QString point = m_chart->pointCursorText();
+    QString point = m_chart->pointCursorText();
     if (!point.isEmpty())
         return point;
     return (QStringList(m_chart->readOut()) + m_chart->hoverLines()).join(QLatin1Char('\n')).trimmed();

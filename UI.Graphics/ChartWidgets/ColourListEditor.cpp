@@ -36,7 +36,7 @@ QIcon swatchIcon(const QColor& colour)
     }
     painter.setPen(Qt::darkGray);
     painter.drawRect(0, 0, swatchSize - 1, swatchSize - 1);
-    return QIcon(pixmap);
+    return {pixmap};
 }
 
 QToolButton* smallButton(QWidget* parent, const QString& text, const QString& tip)

@@ -106,7 +106,7 @@ QString valueText(const PlotAxis& axis, double value, double resolution, const Q
     if (!std::isfinite(value))
         return {};
     if (axis.time) {
-        const QString date = HoverText::dateText(axis, value, resolution);
+        QString date = HoverText::dateText(axis, value, resolution);
         if (!date.isEmpty())
             return date;
     }
@@ -123,7 +123,7 @@ QString valueText(const PlotAxis& axis, double value, double resolution, const Q
 
 QString axisCaption(const PlotAxis& axis)
 {
-    const QString title = axis.axis->title.get().trimmed();
+    QString title = axis.axis->title.get().trimmed();
     if (!title.isEmpty())
         return title;
     return axis.side == AxisSide::Bottom || axis.side == AxisSide::Top ? QStringLiteral("x") : QStringLiteral("y");
