@@ -9,7 +9,7 @@
 #include "HoverText.h"
 #include "PropertyEditor.h"
 #include "SampleChart.h"
-#include "ViewHistory.h"
+#include "ViewState.h"
 
 #include "KelChartPropertyModel.h"
 #include "KelChartVariable.h"
