@@ -1,7 +1,5 @@
 #include "AxisRanges.h"
 
-#include "KelChartAxisPair.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -21,12 +19,6 @@ bool usable(double min, double max)
 {
     const double width = max - min;
     return std::isfinite(min) && std::isfinite(max) && width > narrowest * std::max(std::abs(min), std::abs(max));
-}
-
-void autoScaleAxis(KelChartAxis* axis)
-{
-    if (auto* continuous = dynamic_cast<KelChartAxisContinuous*>(axis))
-        continuous->autoScale.set(true);
 }
 
 bool isHorizontal(AxisSide side)
@@ -180,16 +172,6 @@ void AxisRanges::fitVertical(const Orv::Chart::Plot& pipeline) const
         const double margin = extent.max > extent.min ? (extent.max - extent.min) * fitMargin
                                                       : std::max(std::abs(extent.max) * fitMargin, 0.5);
         write(index, extent.min - margin, extent.max + margin);
-    }
-}
-
-void AxisRanges::autoScaleAll(const Orv::Chart::AxisPairs& pairs)
-{
-    for (KelChartAxisPair* pair : {pairs.x, pairs.y, pairs.z}) {
-        if (pair == nullptr)
-            continue;
-        autoScaleAxis(pair->first());
-        autoScaleAxis(pair->second());
     }
 }
 

@@ -70,8 +70,6 @@ public:
     void pan(QPointF from, QPointF to, std::size_t only = npos) const;
     // Zooms to the values inside the pixel rectangle.
     void zoomTo(const QRectF& rect) const;
-    // Every continuous axis back to automatic ranges.
-    static void autoScaleAll(const Orv::Chart::AxisPairs& pairs);
 
 private:
     // A discrete axis that moves with the continuous span `leader`.

@@ -247,20 +247,12 @@ void ChartActions::updateEnabled()
         action->setEnabled(drawn);
     m_back->setEnabled(drawn && m_chart->canGoBack());
     m_forward->setEnabled(drawn && m_chart->canGoForward());
-    m_copyValues->setEnabled(drawn && !(m_menuValues.isEmpty() && valuesText().isEmpty()));
-}
-
-QString ChartActions::valuesText() const
-{
-    QString point = m_chart->pointCursorText();
-    if (!point.isEmpty())
-        return point;
-    return (QStringList(m_chart->readOut()) + m_chart->hoverLines()).join(QLatin1Char('\n')).trimmed();
+    m_copyValues->setEnabled(drawn && !(m_menuValues.isEmpty() && m_chart->valuesText().isEmpty()));
 }
 
 void ChartActions::copyValuesNow()
 {
-    const QString text = m_menuValues.isEmpty() ? valuesText() : m_menuValues;
+    const QString text = m_menuValues.isEmpty() ? m_chart->valuesText() : m_menuValues;
     if (!text.isEmpty())
         QApplication::clipboard()->setText(text);
 }
@@ -292,7 +284,7 @@ void ChartActions::saveImageAs()
 
 void ChartActions::showContextMenu(QPoint position)
 {
-    m_menuValues = valuesText();
+    m_menuValues = m_chart->valuesText();
     updateEnabled();
     m_menu->popup(m_chart->mapToGlobal(position));
 }

@@ -68,8 +68,6 @@ public:
     // Writes the chart as drawn now in the format the suffix names; false, with
     // the reason in `error`, when it cannot.
     bool writeImage(const QString& path, QString* error = nullptr) const;
-    // What Copy values copies now: the point cursor's values, else the hover's.
-    QString valuesText() const;
 
 public Q_SLOTS:
     // Asks for a file and writes the image there.

@@ -194,11 +194,17 @@ QImage ChartWidget::image() const
     return image;
 }
 
+QString ChartWidget::valuesText() const
+{
+    QString point = pointCursorText();
+    if (!point.isEmpty())
+        return point;
+    return (QStringList(m_readOut) + m_hover).join(QLatin1Char('\n')).trimmed();
+}
+
 void ChartWidget::copyValues() const
 {
-    QString text = m_cursor.valid() ? pointCursorText() : QString();
-    if (text.isEmpty())
-        text = (QStringList(m_readOut) + m_hover).join(QLatin1Char('\n')).trimmed();
+    const QString text = valuesText();
     if (!text.isEmpty())
         QApplication::clipboard()->setText(text);
 }

@@ -79,6 +79,9 @@ public:
     // "air temperature: x = 13 h, y = 8.13 degC", or empty without a cursor.
     QString pointCursorText() const;
 
+    // What the view tells of values now: the point cursor's, else the hover's read-out and lines.
+    QString valuesText() const;
+
     // The chart as drawn now, without hover or rubber band.
     QImage image() const;
 
@@ -93,7 +96,7 @@ public Q_SLOTS:
     void fitY();
     // Moves the content by that many pixels.
     void panBy(QPointF pixels);
-    // Copies the hover's or the point cursor's values as text.
+    // Copies `valuesText()`.
     void copyValues() const;
     // Copies the chart as an image.
     void copyImage() const;

@@ -24,20 +24,22 @@ constexpr int pointDigits = 6;
 struct AxisView {
     const PlotAxis* axis = nullptr;
     QRectF plot;
+    bool inverted = false;
 
     bool horizontal() const { return axis->side == AxisSide::Bottom || axis->side == AxisSide::Top; }
-    bool inverted(const ChartFrames& frames) const
-    {
-        const KelChartAxisScale* scale = frames.pipeline().run().findScale(axis->name);
-        return scale != nullptr && scale->inverted();
-    }
     double length() const { return horizontal() ? plot.width() : plot.height(); }
     double perPixel() const { return std::abs(axis->max - axis->min) / length(); }
 };
 
+AxisView viewOf(const ChartFrames& frames, const PlotAxis* axis)
+{
+    const KelChartAxisScale* scale = axis == nullptr ? nullptr : frames.pipeline().run().findScale(axis->name);
+    return {axis, frames.layout().plot(), scale != nullptr && scale->inverted()};
+}
+
 AxisView viewOf(const ChartFrames& frames, const QString& name)
 {
-    return {frames.pipeline().axis(name), frames.layout().plot()};
+    return viewOf(frames, frames.pipeline().axis(name));
 }
 
 // Discrete values sit at the centres of their category slots.
@@ -46,19 +48,19 @@ double slotShift(const PlotAxis& axis)
     return axis.discrete ? 0.5 : 0.0;
 }
 
-double valueAt(const ChartFrames& frames, const AxisView& view, QPointF pixel)
+double valueAt(const AxisView& view, QPointF pixel)
 {
     const QRectF& plot = view.plot;
     double t = view.horizontal() ? (pixel.x() - plot.left()) / plot.width() : (plot.bottom() - pixel.y()) / plot.height();
-    if (view.inverted(frames))
+    if (view.inverted)
         t = 1.0 - t;
     return view.axis->min + t * (view.axis->max - view.axis->min) - slotShift(*view.axis);
 }
 
-double pixelOf(const ChartFrames& frames, const AxisView& view, double value)
+double pixelOf(const AxisView& view, double value)
 {
     double t = (value + slotShift(*view.axis) - view.axis->min) / (view.axis->max - view.axis->min);
-    if (view.inverted(frames))
+    if (view.inverted)
         t = 1.0 - t;
     return view.horizontal() ? view.plot.left() + t * view.plot.width() : view.plot.bottom() - t * view.plot.height();
 }
@@ -156,8 +158,8 @@ bool describe(const ChartFrames& frames, std::size_t series, std::size_t k, cons
         hit.line = QStringLiteral("%1: x = %2, no reading").arg(name, xText);
         return true;
     }
-    hit.pixel = x.horizontal() ? QPointF(pixelOf(frames, x, xValue), pixelOf(frames, y, yValue))
-                               : QPointF(pixelOf(frames, y, yValue), pixelOf(frames, x, xValue));
+    hit.pixel = x.horizontal() ? QPointF(pixelOf(x, xValue), pixelOf(y, yValue))
+                               : QPointF(pixelOf(y, yValue), pixelOf(x, xValue));
     hit.line = QStringLiteral("%1: x = %2, y = %3").arg(name, xText, valueText(*y.axis, yValue, 0, locale));
     return true;
 }
@@ -166,8 +168,8 @@ QString readOut(const ChartFrames& frames, QPointF pixel, const QLocale& locale)
 {
     QStringList parts;
     for (const PlotAxis& axis : frames.pipeline().axes()) {
-        const AxisView view{&axis, frames.layout().plot()};
-        const QString text = valueText(axis, valueAt(frames, view, pixel), view.perPixel(), locale);
+        const AxisView view = viewOf(frames, &axis);
+        const QString text = valueText(axis, valueAt(view, pixel), view.perPixel(), locale);
         if (!text.isEmpty())
             parts << axisCaption(axis) + QStringLiteral(" = ") + text;
     }
@@ -228,11 +230,11 @@ HoverText::Hover HoverText::at(const ChartFrames& frames, QPointF pixel, const Q
         const AxisView y = viewOf(frames, cache->variable().yAxis.get());
         if (x.axis == nullptr || y.axis == nullptr)
             continue;
-        const double xValue = valueAt(frames, x, pixel);
+        const double xValue = valueAt(x, pixel);
         const std::size_t k =
             frames.view(i).ordered()
                 ? cache->nearestIndex(xValue)
-                : cache->nearestIndex(xValue, valueAt(frames, y, pixel), x.perPixel(), y.perPixel());
+                : cache->nearestIndex(xValue, valueAt(y, pixel), x.perPixel(), y.perPixel());
         Hit hit;
         if (k == KelChartVariableCache::npos || !describe(frames, i, k, locale, hit))
             continue;

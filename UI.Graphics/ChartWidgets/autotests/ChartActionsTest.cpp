@@ -145,7 +145,7 @@ TEST_F(ChartActionsTest, ARightClickOpensTheMenuWhoseCopyTakesTheValuesUnderTheC
 {
     const QPoint at = inPlot(0.4, 0.5);
     QTest::mouseMove(view.get(), at);
-    const QString underClick = actions->valuesText();
+    const QString underClick = view->valuesText();
     ASSERT_FALSE(underClick.isEmpty());
     QTest::mousePress(view.get(), Qt::RightButton, {}, at);
     QTest::mouseRelease(view.get(), Qt::RightButton, {}, at);

@@ -189,19 +189,6 @@ TEST_F(ChartViewTest, TheHoverBoxSitsBesideTheCursorInsideTheWidgetAndLeavesWith
     EXPECT_EQ(hover.last().at(0).toString(), QString());
 }
 
-TEST_F(ChartViewTest, AutoScaleAllGivesEveryAxisItsAutomaticRangeBack)
-{
-    wheel(view, plot().center(), QPoint(0, 240));
-    for (const AxisSpan& span : spans())
-        ASSERT_FALSE(span.axis->autoScale.get());
-    // Pairs without a z pair, as a 2-D host may hold them.
-    Orv::Chart::AxisPairs pairs = frames().pairs();
-    pairs.z = nullptr;
-    Orv::Chart::AxisRanges::autoScaleAll(pairs);
-    for (const AxisSpan& span : spans())
-        EXPECT_TRUE(span.axis->autoScale.get()) << span.axis->name().toStdString();
-}
-
 TEST_F(ChartViewTest, ASpanConvertsPixelsToScaleCoordinates)
 {
     for (const AxisSpan& span : spans()) {
