@@ -68,6 +68,8 @@ struct KelChartDecimatedView::Summary {
     // The x values of points without y, ascending, without NaN.
     const std::vector<double>* gaps = nullptr;
     std::vector<double> sortedGaps;
+    KelChartDecimatedView::Span numbers;
+    std::vector<std::size_t> halfNaN;
 
     bool brokenBlock(std::size_t block) const { return (broken[block / 64] >> (block % 64)) & 1u; }
 };
@@ -351,8 +353,35 @@ const KelChartDecimatedView::Summary& KelChartDecimatedView::summary() const
         std::sort(made->sortedGaps.begin(), made->sortedGaps.end());
         made->gaps = &made->sortedGaps;
     }
+    findNumbers(m_cache.x(), m_cache.y(), *made);
     m_summary = std::move(made);
     return *m_summary;
+}
+
+void KelChartDecimatedView::findNumbers(const std::vector<double>& x, const std::vector<double>& y, Summary& s)
+{
+    for (std::size_t k = 0; k < std::min(x.size(), y.size()); ++k) {
+        const bool xNaN = std::isnan(x[k]);
+        const bool yNaN = std::isnan(y[k]);
+        if (xNaN != yNaN)
+            s.halfNaN.push_back(k);
+        if (xNaN || yNaN)
+            continue;
+        s.numbers.lowX = std::min(s.numbers.lowX, x[k]);
+        s.numbers.highX = std::max(s.numbers.highX, x[k]);
+        s.numbers.lowY = std::min(s.numbers.lowY, y[k]);
+        s.numbers.highY = std::max(s.numbers.highY, y[k]);
+    }
+}
+
+const KelChartDecimatedView::Span& KelChartDecimatedView::numberSpan() const
+{
+    return summary().numbers;
+}
+
+const std::vector<std::size_t>& KelChartDecimatedView::halfNaN() const
+{
+    return summary().halfNaN;
 }
 
 bool KelChartDecimatedView::ordered() const

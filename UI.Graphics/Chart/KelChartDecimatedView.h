@@ -74,6 +74,19 @@ public:
     // Indices, ascending, of one point per occupied pixel cell in view.
     std::vector<std::size_t> points(const Placement& placement) const;
 
+    // The extent of the points with no NaN component (low above high when
+    // there is none), and the points with exactly one NaN component, in
+    // index order: what a painter needs to mark gaps, found once with the
+    // summary rather than on every frame.
+    struct Span {
+        double lowX = std::numeric_limits<double>::infinity();
+        double highX = -std::numeric_limits<double>::infinity();
+        double lowY = std::numeric_limits<double>::infinity();
+        double highY = -std::numeric_limits<double>::infinity();
+    };
+    const Span& numberSpan() const;
+    const std::vector<std::size_t>& halfNaN() const;
+
     // Whether the data are ordered, so that line views are fast (builds the summary).
     bool ordered() const;
     // Memory held by the summary, in bytes (builds it).
@@ -84,6 +97,7 @@ private:
     struct Output;
 
     const Summary& summary() const;
+    static void findNumbers(const std::vector<double>& x, const std::vector<double>& y, Summary& s);
     template <class Column>
     std::vector<std::size_t> linesOrdered(const Column& column, double first, double end) const;
     template <class Column>

@@ -110,29 +110,13 @@ std::vector<SeriesPainter::Run> SeriesPainter::runs() const
     return result;
 }
 
-SeriesPainter::Span SeriesPainter::definedSpan() const
-{
-    Span span;
-    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
-        const double x = m_cache.x()[k];
-        const double y = m_cache.y()[k];
-        if (std::isnan(x) || std::isnan(y))
-            continue;
-        span.lowX = std::min(span.lowX, x);
-        span.highX = std::max(span.highX, x);
-        span.lowY = std::min(span.lowY, y);
-        span.highY = std::max(span.highY, y);
-    }
-    return span;
-}
-
 // A point without y is marked only between the defined points' first and last x, where it
 // breaks the series; before or after them the series has merely not started or already
 // ended. Points without x likewise between the lowest and the highest defined y.
 std::vector<QPointF> SeriesPainter::undefinedMarks() const
 {
     const Orv::Math::BoundingBox& box = m_cache.bounds();
-    const Span span = definedSpan();
+    const KelChartDecimatedView::Span& span = m_view.numberSpan();
     std::vector<QPointF> marks;
     const auto markX = [&](double x) {
         if (x >= span.lowX && x <= span.highX)
@@ -146,13 +130,11 @@ std::vector<QPointF> SeriesPainter::undefinedMarks() const
         markX(x);
     for (const double y : m_cache.xUndef())
         markY(y);
-    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
-        const double x = m_cache.x()[k];
-        const double y = m_cache.y()[k];
-        if (std::isnan(y) && !std::isnan(x))
-            markX(x);
-        else if (std::isnan(x) && !std::isnan(y))
-            markY(y);
+    for (const std::size_t k : m_view.halfNaN()) {
+        if (std::isnan(m_cache.y()[k]))
+            markX(m_cache.x()[k]);
+        else
+            markY(m_cache.y()[k]);
     }
     return marks;
 }

@@ -50,14 +50,6 @@ private:
     double categoryOffset() const;
     double baseLinePixelY() const;
     std::vector<Run> runs() const;
-    // The extent of the points with both components defined; empty (low above high) without any.
-    struct Span {
-        double lowX = std::numeric_limits<double>::infinity();
-        double highX = -std::numeric_limits<double>::infinity();
-        double lowY = std::numeric_limits<double>::infinity();
-        double highY = -std::numeric_limits<double>::infinity();
-    };
-    Span definedSpan() const;
     std::vector<QPointF> undefinedMarks() const;
 
     void paintFill(const std::vector<Run>& runs);
