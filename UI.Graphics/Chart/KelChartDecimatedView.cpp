@@ -1,4 +1,6 @@
 #include "KelChartDecimatedView.h"
+#include "KelChartDecimationSummary_p.h"
+#include "KelChartLiveSeries.h"
 
 #include "OrvDiagnostics.h"
 #include "Vector.h"
@@ -9,16 +11,10 @@
 
 namespace {
 
-// Points per summary block, and blocks per block of the next level.
-constexpr std::size_t fanOut = 16;
+using KelChartDecimation::Extent;
+using KelChartDecimation::fanOut;
 constexpr std::size_t npos = static_cast<std::size_t>(-1);
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-// The lowest and highest drawable y of a block; min > max when it has none.
-struct Extent {
-    double min = infinity;
-    double max = -infinity;
-};
 
 // The first index in [begin, end) where `holds` is false, for a `holds` that
 // is true on a prefix of the range.
@@ -56,24 +52,6 @@ double pixelOf(double pixel)
 
 } // namespace
 
-struct KelChartDecimatedView::Summary {
-    bool ordered = true;
-    // Ordered data only: the points whose x is finite.
-    std::size_t finiteBegin = 0;
-    std::size_t finiteEnd = 0;
-    // levels[0] sums up the points by blocks, levels[L] the blocks of levels[L - 1].
-    std::vector<std::vector<Extent>> levels;
-    // One bit per block of levels[0]: whether it holds a point that is not drawable.
-    std::vector<std::uint64_t> broken;
-    // The x values of points without y, ascending, without NaN.
-    const std::vector<double>* gaps = nullptr;
-    std::vector<double> sortedGaps;
-    KelChartDecimatedView::Span numbers;
-    std::vector<std::size_t> halfNaN;
-
-    bool brokenBlock(std::size_t block) const { return (broken[block / 64] >> (block % 64)) & 1u; }
-};
-
 struct KelChartDecimatedView::Output {
     std::vector<std::size_t> points;
     bool pendingBreak = false;
@@ -101,10 +79,10 @@ namespace {
 // Reads x and y once: block extents, broken blocks and whether x ascends.
 class SummaryBuilder {
 public:
-    SummaryBuilder(const std::vector<double>& x, const std::vector<double>& y)
-        : m_x(x.data())
-        , m_y(y.data())
-        , m_n(std::min(x.size(), y.size()))
+    SummaryBuilder(const double* x, const double* y, std::size_t n)
+        : m_x(x)
+        , m_y(y)
+        , m_n(n)
     {
     }
 
@@ -189,9 +167,9 @@ std::vector<Extent> levelAbove(const std::vector<Extent>& below)
     return level;
 }
 
-bool usableAsGaps(const std::vector<double>& values)
+bool usableAsGaps(const double* values, std::size_t count)
 {
-    for (std::size_t k = 0; k < values.size(); ++k)
+    for (std::size_t k = 0; k < count; ++k)
         if (std::isnan(values[k]) || (k > 0 && values[k] < values[k - 1]))
             return false;
     return true;
@@ -208,9 +186,12 @@ struct Extremes {
 // Range queries over the summary of a run of drawable points.
 class ExtremesFinder {
 public:
-    ExtremesFinder(const std::vector<double>& y, const std::vector<std::vector<Extent>>& levels)
+    // `y` holds the data's points, the first `summary.origin` elements after storage element 0.
+    ExtremesFinder(const double* y, std::size_t size, const KelChartDecimation::Summary& summary)
         : m_y(y)
-        , m_levels(levels)
+        , m_origin(summary.origin)
+        , m_stored(summary.origin + size)
+        , m_levels(summary.levels)
     {
     }
 
@@ -218,15 +199,17 @@ public:
     std::pair<std::size_t, std::size_t> find(std::size_t begin, std::size_t end) const
     {
         Extremes found;
-        collect(0, begin, end, found);
-        return {descend(found.minLevel, found.minAt, found.min, &Extent::min),
-                descend(found.maxLevel, found.maxAt, found.max, &Extent::max)};
+        collect(0, begin + m_origin, end + m_origin, found);
+        return {descend(found.minLevel, found.minAt, found.min, &Extent::min) - m_origin,
+                descend(found.maxLevel, found.maxAt, found.max, &Extent::max) - m_origin};
     }
 
 private:
+    // Level 0 is the points, counted from storage element 0.
+    double yAt(std::size_t k) const { return m_y[k - m_origin]; }
     Extent at(std::size_t level, std::size_t k) const
     {
-        return level == 0 ? Extent{m_y[k], m_y[k]} : m_levels[level - 1][k];
+        return level == 0 ? Extent{yAt(k), yAt(k)} : m_levels[level - 1][k];
     }
     void scan(std::size_t level, std::size_t begin, std::size_t end, Extremes& found) const
     {
@@ -237,7 +220,7 @@ private:
             return;
         }
         for (std::size_t k = begin; k < end; ++k)
-            take(0, k, m_y[k], m_y[k], found);
+            take(0, k, yAt(k), yAt(k), found);
     }
     static void take(std::size_t level, std::size_t k, double min, double max, Extremes& found)
     {
@@ -263,7 +246,7 @@ private:
     std::size_t descend(std::size_t level, std::size_t k, double value, double Extent::*side) const
     {
         for (; level > 0; --level) {
-            const std::size_t size = level == 1 ? m_y.size() : m_levels[level - 2].size();
+            const std::size_t size = level == 1 ? m_stored : m_levels[level - 2].size();
             std::size_t child = k * fanOut;
             const std::size_t end = std::min(child + fanOut, size);
             while (child + 1 < end && at(level - 1, child).*side != value)
@@ -273,32 +256,41 @@ private:
         return k;
     }
 
-    const std::vector<double>& m_y;
+    const double* m_y;
+    std::size_t m_origin;
+    std::size_t m_stored;
     const std::vector<std::vector<Extent>>& m_levels;
 };
 
 // The pixel column of (x, y) under a placement, as the host computes it.
 class PlacementColumn {
 public:
-    explicit PlacementColumn(const KelChartDecimatedView::Placement& placement)
+    PlacementColumn(const KelChartDecimatedView::Placement& placement, const double* x, const double* y)
         : m_p(placement)
+        , m_x(x)
+        , m_y(y)
     {
     }
-    double operator()(double x, double y) const
+    // Point k's column; ordered data are bucketed by x alone (`withY` false).
+    double operator()(std::size_t k, bool withY) const
     {
-        const Orv::Math::Vector3 data(static_cast<float>(x + m_p.xOffset), static_cast<float>(y), 0.0f);
+        const double y = withY ? m_y[k] : 0.0;
+        const Orv::Math::Vector3 data(static_cast<float>(m_x[k] + m_p.xOffset), static_cast<float>(y), 0.0f);
         return pixelOf(m_p.left + (m_p.matrix.map(data).x() + 1.0) / 2.0 * m_p.width);
     }
 
 private:
     const KelChartDecimatedView::Placement& m_p;
+    const double* m_x;
+    const double* m_y;
 };
 
 // The column of x when [x0, x1] is cut into equal columns.
 struct RangeColumn {
+    const double* x;
     double x0;
     double scale;
-    double operator()(double x, double) const { return pixelOf((x - x0) * scale); }
+    double operator()(std::size_t k, bool) const { return pixelOf((x[k] - x0) * scale); }
 };
 
 bool mixesYIntoX(const Orv::Math::Matrix& matrix)
@@ -325,42 +317,83 @@ bool pixelSpan(double from, double size, double& first, double& end)
 } // namespace
 
 KelChartDecimatedView::KelChartDecimatedView(const KelChartVariableCache& cache)
-    : m_cache(cache)
+    : m_cache(&cache)
+{
+}
+
+KelChartDecimatedView::KelChartDecimatedView(const KelChartLiveSeries& live)
+    : m_live(&live)
 {
 }
 
 KelChartDecimatedView::~KelChartDecimatedView() = default;
 
-const KelChartDecimatedView::Summary& KelChartDecimatedView::summary() const
+const KelChartVariableCache& KelChartDecimatedView::cache() const
 {
-    if (m_summary)
-        return *m_summary;
-    auto made = std::make_unique<Summary>();
-    SummaryBuilder builder(m_cache.x(), m_cache.y());
+    return m_cache ? *m_cache : m_live->cache();
+}
+
+// A static cache is read once; a live series's arrays move as points arrive.
+const KelChartDecimatedView::Data& KelChartDecimatedView::data() const
+{
+    if (m_live) {
+        m_data = m_live->data();
+        m_current = &m_live->summary();
+    } else if (!m_current) {
+        m_data = Data{m_cache->x().data(), m_cache->y().data(), std::min(m_cache->x().size(), m_cache->y().size()),
+                      m_cache->yUndef().data(), m_cache->yUndef().size(), m_cache->xUndef().data(),
+                      m_cache->xUndef().size()};
+        m_current = &staticSummary();
+    }
+    return m_data;
+}
+
+const KelChartDecimation::Summary& KelChartDecimatedView::summary() const
+{
+    data();
+    return *m_current;
+}
+
+const KelChartDecimation::Summary& KelChartDecimatedView::staticSummary() const
+{
+    auto made = std::make_unique<KelChartDecimation::Summary>();
+    SummaryBuilder builder(m_data.x, m_data.y, m_data.size);
     made->levels.emplace_back();
     builder.build(made->levels[0], made->broken, made->ordered);
     while (made->levels.back().size() > fanOut)
         made->levels.push_back(levelAbove(made->levels.back()));
-    const std::vector<double>& x = m_cache.x();
-    const std::size_t nanBegin = builder.nanXBegin();
-    made->finiteBegin = partitionPoint(0, nanBegin, [&](std::size_t k) { return x[k] == -infinity; });
-    made->finiteEnd = partitionPoint(made->finiteBegin, nanBegin, [&](std::size_t k) { return x[k] < infinity; });
-    made->gaps = &m_cache.yUndef();
-    if (!usableAsGaps(m_cache.yUndef())) {
-        for (const double gap : m_cache.yUndef())
-            if (!std::isnan(gap))
-                made->sortedGaps.push_back(gap);
-        std::sort(made->sortedGaps.begin(), made->sortedGaps.end());
-        made->gaps = &made->sortedGaps;
-    }
-    findNumbers(m_cache.x(), m_cache.y(), *made);
+    findFiniteRange(m_data.x, builder.nanXBegin(), *made);
+    findGaps(m_data.yUndef, m_data.yUndefCount, *made);
+    findNumbers(m_data.x, m_data.y, m_data.size, *made);
     m_summary = std::move(made);
     return *m_summary;
 }
 
-void KelChartDecimatedView::findNumbers(const std::vector<double>& x, const std::vector<double>& y, Summary& s)
+// Ordered data: -infinity leads, NaN (from `nanBegin` on) trails, +infinity comes before NaN.
+void KelChartDecimatedView::findFiniteRange(const double* x, std::size_t nanBegin, KelChartDecimation::Summary& s)
 {
-    for (std::size_t k = 0; k < std::min(x.size(), y.size()); ++k) {
+    s.finiteBegin = partitionPoint(0, nanBegin, [&](std::size_t k) { return x[k] == -infinity; });
+    s.finiteEnd = partitionPoint(s.finiteBegin, nanBegin, [&](std::size_t k) { return x[k] < infinity; });
+}
+
+void KelChartDecimatedView::findGaps(const double* yUndef, std::size_t count, KelChartDecimation::Summary& s)
+{
+    s.sortedGaps.clear();
+    s.gaps = yUndef;
+    s.gapCount = count;
+    if (usableAsGaps(yUndef, count))
+        return;
+    for (std::size_t k = 0; k < count; ++k)
+        if (!std::isnan(yUndef[k]))
+            s.sortedGaps.push_back(yUndef[k]);
+    std::sort(s.sortedGaps.begin(), s.sortedGaps.end());
+    s.gaps = s.sortedGaps.data();
+    s.gapCount = s.sortedGaps.size();
+}
+
+void KelChartDecimatedView::findNumbers(const double* x, const double* y, std::size_t n, KelChartDecimation::Summary& s)
+{
+    for (std::size_t k = 0; k < n; ++k) {
         const bool xNaN = std::isnan(x[k]);
         const bool yNaN = std::isnan(y[k]);
         if (xNaN != yNaN)
@@ -391,7 +424,7 @@ bool KelChartDecimatedView::ordered() const
 
 std::size_t KelChartDecimatedView::summaryBytes() const
 {
-    const Summary& s = summary();
+    const KelChartDecimation::Summary& s = summary();
     std::size_t bytes = s.broken.size() * sizeof(std::uint64_t) + s.sortedGaps.size() * sizeof(double);
     for (const std::vector<Extent>& level : s.levels)
         bytes += level.size() * sizeof(Extent);
@@ -412,7 +445,7 @@ std::vector<std::size_t> KelChartDecimatedView::lines(double x0, double x1, long
         orvdebug::warning("decimated view: ", columns, " pixel columns clamped to ", maxColumns);
         columns = maxColumns;
     }
-    const RangeColumn column{x0, double(columns) / (x1 - x0)};
+    const RangeColumn column{data().x, x0, double(columns) / (x1 - x0)};
     if (summary().ordered)
         return linesOrdered(column, 0.0, double(columns));
     return linesInOnePass(column, 0.0, double(columns));
@@ -424,7 +457,7 @@ std::vector<std::size_t> KelChartDecimatedView::lines(const Placement& placement
     double end = 0.0;
     if (!pixelSpan(placement.left, placement.width, first, end))
         return {};
-    const PlacementColumn column(placement);
+    const PlacementColumn column(placement, data().x, data().y);
     if (summary().ordered && !mixesYIntoX(placement.matrix))
         return linesOrdered(column, first, end);
     return linesInOnePass(column, first, end);
@@ -433,12 +466,11 @@ std::vector<std::size_t> KelChartDecimatedView::lines(const Placement& placement
 template <class Column>
 std::vector<std::size_t> KelChartDecimatedView::linesOrdered(const Column& column, double first, double end) const
 {
-    const Summary& s = summary();
-    const std::vector<double>& x = m_cache.x();
+    const KelChartDecimation::Summary& s = summary();
     if (s.finiteBegin >= s.finiteEnd)
         return {};
     // Data that never reach the view stay out, all but the nearest point at either side.
-    const auto bucket = [&](std::size_t k) { return std::clamp(column(x[k], 0.0), first - 1.0, end); };
+    const auto bucket = [&](std::size_t k) { return std::clamp(column(k, false), first - 1.0, end); };
     const bool decreasing = bucket(s.finiteEnd - 1) < bucket(s.finiteBegin);
     const double lead = decreasing ? end : first - 1.0;
     const std::size_t inView = partitionPoint(s.finiteBegin, s.finiteEnd, [&](std::size_t k) { return bucket(k) == lead; });
@@ -506,8 +538,7 @@ std::vector<std::size_t> KelChartDecimatedView::linesInOnePass(const Column& col
         std::size_t first = npos, min = 0, max = 0, last = 0;
         double bucket = 0.0;
     } group;
-    const std::vector<double>& x = m_cache.x();
-    const std::vector<double>& y = m_cache.y();
+    const double* y = data().y;
     Output out;
     // Points beyond the view keep only the ends of their run: the rest cannot show.
     const auto flush = [&]() {
@@ -518,7 +549,7 @@ std::vector<std::size_t> KelChartDecimatedView::linesInOnePass(const Column& col
         out.pushSorted(picked, picked + 4);
         group.first = npos;
     };
-    for (std::size_t k = 0; k < std::min(x.size(), y.size()); ++k) {
+    for (std::size_t k = 0; k < m_data.size; ++k) {
         const bool joined = group.first != npos && !cutBefore(k);
         if (!drawable(k) || !joined) {
             flush();
@@ -526,7 +557,7 @@ std::vector<std::size_t> KelChartDecimatedView::linesInOnePass(const Column& col
             if (!drawable(k))
                 continue;
         }
-        const double bucket = std::clamp(column(x[k], y[k]), first - 1.0, end);
+        const double bucket = std::clamp(column(k, true), first - 1.0, end);
         if (group.first != npos && bucket == group.bucket) {
             group.min = y[k] < y[group.min] ? k : group.min;
             group.max = y[k] > y[group.max] ? k : group.max;
@@ -551,11 +582,11 @@ std::vector<std::size_t> KelChartDecimatedView::points(const Placement& placemen
     if (!reduce)
         orvdebug::warning("decimated view: ", columns * (bottom - top), " pixel cells; every point in view is kept");
     std::vector<std::uint64_t> taken(reduce ? std::size_t(columns * (bottom - top)) / 64 + 1 : 0);
-    const std::vector<double>& x = m_cache.x();
-    const std::vector<double>& y = m_cache.y();
+    const double* x = data().x;
+    const double* y = m_data.y;
     std::vector<std::size_t> kept;
     // Backwards, so that the point drawn on top, the last, is the one kept.
-    for (std::size_t k = std::min(x.size(), y.size()); k-- > 0;) {
+    for (std::size_t k = m_data.size; k-- > 0;) {
         if (!drawable(k))
             continue;
         const Orv::Math::Vector3 data(static_cast<float>(x[k] + placement.xOffset), static_cast<float>(y[k]), 0.0f);
@@ -578,16 +609,17 @@ std::vector<std::size_t> KelChartDecimatedView::points(const Placement& placemen
 
 bool KelChartDecimatedView::drawable(std::size_t k) const
 {
-    return std::isfinite(m_cache.x()[k]) && std::isfinite(m_cache.y()[k]);
+    return std::isfinite(m_data.x[k]) && std::isfinite(m_data.y[k]);
 }
 
 // Blocks without a drawable point are skipped whole.
 std::size_t KelChartDecimatedView::nextDrawable(std::size_t pos, std::size_t limit) const
 {
-    const std::vector<Extent>& blocks = summary().levels[0];
+    const std::vector<Extent>& blocks = m_current->levels[0];
+    const std::size_t origin = m_current->origin;
     while (pos < limit) {
-        const Extent& block = blocks[pos / fanOut];
-        if (pos % fanOut == 0 && block.min > block.max)
+        const Extent& block = blocks[(pos + origin) / fanOut];
+        if ((pos + origin) % fanOut == 0 && block.min > block.max)
             pos += fanOut;
         else if (drawable(pos))
             return pos;
@@ -600,19 +632,19 @@ std::size_t KelChartDecimatedView::nextDrawable(std::size_t pos, std::size_t lim
 // Blocks flagged as holding no undrawable point are skipped, 64 at a time where possible.
 std::size_t KelChartDecimatedView::nextUndrawable(std::size_t pos, std::size_t limit) const
 {
-    const Summary& s = summary();
+    const KelChartDecimation::Summary& s = *m_current;
     while (pos < limit) {
-        const std::size_t block = pos / fanOut;
-        const std::uint64_t ahead = s.broken[block / 64] >> (block % 64);
+        const std::size_t block = (pos + s.origin) / fanOut;
+        const std::uint64_t ahead = block / 64 < s.broken.size() ? s.broken[block / 64] >> (block % 64) : 0;
         if (ahead == 0) {
-            pos = (block / 64 + 1) * 64 * fanOut;
+            pos = (block / 64 + 1) * 64 * fanOut - s.origin;
             continue;
         }
         if ((ahead & 1u) == 0) {
-            pos = (block + static_cast<std::size_t>(__builtin_ctzll(ahead))) * fanOut;
+            pos = (block + static_cast<std::size_t>(__builtin_ctzll(ahead))) * fanOut - s.origin;
             continue;
         }
-        for (const std::size_t blockEnd = std::min((block + 1) * fanOut, limit); pos < blockEnd; ++pos)
+        for (const std::size_t blockEnd = std::min((block + 1) * fanOut - s.origin, limit); pos < blockEnd; ++pos)
             if (!drawable(pos))
                 return pos;
     }
@@ -623,30 +655,31 @@ std::size_t KelChartDecimatedView::nextUndrawable(std::size_t pos, std::size_t l
 // and x[k], or npos. Ordered data only.
 std::size_t KelChartDecimatedView::nextCut(std::size_t pos, std::size_t last) const
 {
-    const std::vector<double>& gaps = *summary().gaps;
-    const std::vector<double>& x = m_cache.x();
-    if (gaps.empty() || last <= pos)
+    const double* gaps = m_current->gaps;
+    const double* gapsEnd = gaps + m_current->gapCount;
+    const double* x = m_data.x;
+    if (gaps == gapsEnd || last <= pos)
         return npos;
-    auto gap = std::upper_bound(gaps.begin(), gaps.end(), x[pos]);
-    while (gap != gaps.end() && *gap < x[last]) {
-        const double* begin = x.data();
-        const auto k = static_cast<std::size_t>(std::upper_bound(begin + pos + 1, begin + last + 1, *gap) - begin);
+    const double* gap = std::upper_bound(gaps, gapsEnd, x[pos]);
+    while (gap != gapsEnd && *gap < x[last]) {
+        const auto k = static_cast<std::size_t>(std::upper_bound(x + pos + 1, x + last + 1, *gap) - x);
         if (x[k - 1] < *gap)
             return k;
-        gap = std::upper_bound(gap, gaps.end(), *gap);
+        gap = std::upper_bound(gap, gapsEnd, *gap);
     }
     return npos;
 }
 
 bool KelChartDecimatedView::cutBefore(std::size_t k) const
 {
-    const std::vector<double>& gaps = *summary().gaps;
-    if (gaps.empty() || k == 0)
+    const double* gaps = m_current->gaps;
+    const double* gapsEnd = gaps + m_current->gapCount;
+    if (gaps == gapsEnd || k == 0)
         return false;
-    const double a = std::min(m_cache.x()[k - 1], m_cache.x()[k]);
-    const double b = std::max(m_cache.x()[k - 1], m_cache.x()[k]);
-    const auto gap = std::upper_bound(gaps.begin(), gaps.end(), a);
-    return gap != gaps.end() && *gap < b;
+    const double a = std::min(m_data.x[k - 1], m_data.x[k]);
+    const double b = std::max(m_data.x[k - 1], m_data.x[k]);
+    const double* gap = std::upper_bound(gaps, gapsEnd, a);
+    return gap != gapsEnd && *gap < b;
 }
 
 // A run of drawable points in one column: its first, lowest, highest and last.
@@ -657,7 +690,7 @@ void KelChartDecimatedView::emitRun(std::size_t begin, std::size_t end, Output& 
             out.push(k);
         return;
     }
-    const auto [low, high] = ExtremesFinder(m_cache.y(), summary().levels).find(begin, end);
+    const auto [low, high] = ExtremesFinder(m_data.y, m_data.size, *m_current).find(begin, end);
     std::size_t picked[4] = {begin, low, high, end - 1};
     out.pushSorted(picked, picked + 4);
 }

@@ -24,6 +24,9 @@
 // The view reads the cache on every request: the cache must outlive the view
 // and must not change while the view is used. The summary is built through
 // const access, so concurrent first requests need outside locking.
+//
+// A view of a live series (KelChartLiveSeries) reads the points kept at the
+// time of each request, through the summary the series keeps as they arrive.
 
 #include "OrvChartExport.h"
 #include "KelChartVariableCache.h"
@@ -35,6 +38,11 @@
 #include <memory>
 #include <utility>
 #include <vector>
+
+class KelChartLiveSeries;
+namespace KelChartDecimation {
+struct Summary;
+}
 
 class ORV_CHART_EXPORT KelChartDecimatedView {
 public:
@@ -59,12 +67,31 @@ public:
         double height = 0.0;
     };
 
+    // The points read: x and y of the points to draw, parallel, and the
+    // positions of points with one undefined component, as in the cache.
+    struct Data {
+        const double* x = nullptr;
+        const double* y = nullptr;
+        std::size_t size = 0;
+        const double* yUndef = nullptr;
+        std::size_t yUndefCount = 0;
+        const double* xUndef = nullptr;
+        std::size_t xUndefCount = 0;
+    };
+
     explicit KelChartDecimatedView(const KelChartVariableCache& cache);
+    // The series must outlive the view; the view follows its appends.
+    explicit KelChartDecimatedView(const KelChartLiveSeries& live);
     KelChartDecimatedView(const KelChartDecimatedView&) = delete;
     KelChartDecimatedView& operator=(const KelChartDecimatedView&) = delete;
     ~KelChartDecimatedView();
 
-    const KelChartVariableCache& cache() const { return m_cache; }
+    // The cache read, or the one that stands for a live series's kept points
+    // (variable, bounds and validity; its own arrays are empty).
+    const KelChartVariableCache& cache() const;
+    // The points as they are now: valid until the next request or append.
+    const Data& data() const;
+    bool live() const { return m_live != nullptr; }
 
     // Indices into the cache's x and y, ascending, with breaks: the line over
     // [x0, x1] cut into `columns` equal columns. x0 > x1 mirrors the view.
@@ -93,11 +120,14 @@ public:
     std::size_t summaryBytes() const;
 
 private:
-    struct Summary;
+    friend class KelChartLiveSeries;
     struct Output;
 
-    const Summary& summary() const;
-    static void findNumbers(const std::vector<double>& x, const std::vector<double>& y, Summary& s);
+    const KelChartDecimation::Summary& summary() const;
+    const KelChartDecimation::Summary& staticSummary() const;
+    static void findFiniteRange(const double* x, std::size_t nanBegin, KelChartDecimation::Summary& s);
+    static void findGaps(const double* yUndef, std::size_t count, KelChartDecimation::Summary& s);
+    static void findNumbers(const double* x, const double* y, std::size_t n, KelChartDecimation::Summary& s);
     template <class Column>
     std::vector<std::size_t> linesOrdered(const Column& column, double first, double end) const;
     template <class Column>
@@ -113,6 +143,9 @@ private:
     bool cutBefore(std::size_t k) const;
     void emitRun(std::size_t begin, std::size_t end, Output& out) const;
 
-    const KelChartVariableCache& m_cache;
-    mutable std::unique_ptr<Summary> m_summary;
+    const KelChartVariableCache* m_cache = nullptr;
+    const KelChartLiveSeries* m_live = nullptr;
+    mutable Data m_data;
+    mutable const KelChartDecimation::Summary* m_current = nullptr;
+    mutable std::unique_ptr<KelChartDecimation::Summary> m_summary;
 };

@@ -78,6 +78,9 @@ protected:
                           const QStringList& positionAxes);
 
 private:
+    // A live series stands for its kept points with a cache of its bounds.
+    friend class KelChartLiveSeries;
+
     struct Arrays {
         std::vector<double> x;
         std::vector<double> y;
