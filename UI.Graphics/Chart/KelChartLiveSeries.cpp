@@ -91,12 +91,26 @@ void KelChartLiveSeries::setLimit(std::size_t items)
         m_summary.levels.pop_back();
         m_numberLevels.pop_back();
     }
-    if (m_limit > 0) {
-        const std::size_t room = m_limit + std::max(m_limit / 4, 2 * alignment());
-        m_x.reserve(room);
-        m_y.reserve(room);
-    }
+    if (m_limit > 0)
+        reserve(m_limit + std::max(m_limit / 4, 2 * alignment()));
     changed();
+}
+
+// Storage and summary levels for `points`, so that neither grows by doubling.
+void KelChartLiveSeries::reserve(std::size_t points)
+{
+    m_x.reserve(points);
+    m_y.reserve(points);
+    std::size_t blocks = points / fanOut + 1;
+    m_summary.broken.reserve(blocks / 64 + 1);
+    for (std::size_t level = 0; level < levelCap(); ++level, blocks = blocks / fanOut + 1) {
+        if (level == m_summary.levels.size()) {
+            m_summary.levels.emplace_back();
+            m_numberLevels.emplace_back();
+        }
+        m_summary.levels[level].reserve(blocks);
+        m_numberLevels[level].reserve(blocks);
+    }
 }
 
 void KelChartLiveSeries::clear()
@@ -110,7 +124,7 @@ void KelChartLiveSeries::clear()
     m_numberLevels.clear();
     m_halfNaN = m_descents = m_nanX = Marks();
     m_lastNumberX = none;
-    changed();
+    setLimit(m_limit);
 }
 
 void KelChartLiveSeries::append(double x, double y, bool xUndefined, bool yUndefined)
@@ -133,19 +147,82 @@ void KelChartLiveSeries::append(double x, double y, bool xUndefined, bool yUndef
     changed();
 }
 
+// Runs of plain points go in by blocks; an undefined item goes one by one.
 void KelChartLiveSeries::append(const double* x, const double* y, std::size_t count)
 {
-    for (std::size_t k = 0; k < count; ++k) {
-        if (x[k] != infinity && y[k] != infinity) {
-            ++m_nextItem;
-            appendPoint(x[k], y[k]);
-            if (m_limit > 0 && items() > m_limit)
-                dropOldest();
-        } else {
-            append(x[k], y[k]);
-        }
+    for (std::size_t k = 0; k < count;) {
+        std::size_t end = k;
+        while (end < count && x[end] != infinity && y[end] != infinity)
+            ++end;
+        appendPoints(x + k, y + k, end - k);
+        if (end < count)
+            append(x[end], y[end]);
+        k = end + 1;
     }
     changed();
+}
+
+// In pieces small enough that the oldest are dropped before the storage fills.
+void KelChartLiveSeries::appendPoints(const double* x, const double* y, std::size_t count)
+{
+    constexpr std::size_t piece = 4 * fanOut * fanOut;
+    for (std::size_t k = 0; k < count; k += piece) {
+        const std::size_t n = std::min(piece, count - k);
+        if (m_x.size() + n > m_x.capacity())
+            makeRoom();
+        const std::size_t first = m_x.size();
+        m_x.insert(m_x.end(), x + k, x + k + n);
+        m_y.insert(m_y.end(), y + k, y + k + n);
+        summarise(first, first + n);
+        m_nextItem += n;
+        dropBeyondLimit();
+    }
+}
+
+// Whole blocks of finite points, the common case, in one tight pass each.
+void KelChartLiveSeries::summarise(std::size_t begin, std::size_t end)
+{
+    std::size_t k = begin;
+    for (; k < end && (k % fanOut != 0 || end - k < fanOut); ++k)
+        summarise(k, m_x[k], m_y[k]);
+    for (; k + fanOut <= end; k += fanOut)
+        if (!summariseFiniteBlock(k))
+            for (std::size_t i = k; i < k + fanOut; ++i)
+                summarise(i, m_x[i], m_y[i]);
+    for (; k < end; ++k)
+        summarise(k, m_x[k], m_y[k]);
+}
+
+// A block of points whose components are all finite; false (and nothing
+// done) when one is not.
+bool KelChartLiveSeries::summariseFiniteBlock(std::size_t first)
+{
+    const double* x = m_x.data() + first;
+    const double* y = m_y.data() + first;
+    double probe = 0.0;
+    for (std::size_t k = 0; k < fanOut; ++k)
+        probe += (x[k] - x[k]) + (y[k] - y[k]);
+    if (probe != 0.0 || m_summary.levels.empty())
+        return false;
+    Numbers numbers;
+    std::size_t descents = first > m_start && x[0] < m_x[first - 1];
+    for (std::size_t k = 0; k < fanOut; ++k) {
+        numbers.x.add(x[k]);
+        numbers.y.add(y[k]);
+        descents += k > 0 && x[k] < x[k - 1];
+    }
+    if (descents > 0)
+        for (std::size_t k = first; k < first + fanOut; ++k)
+            if (k > m_start && m_x[k] < m_x[k - 1])
+                m_descents.at.push_back(k);
+    const std::size_t block = first / fanOut;
+    m_summary.levels[0].push_back(numbers.y);
+    m_numberLevels[0].push_back(numbers);
+    if (block / 64 == m_summary.broken.size())
+        m_summary.broken.push_back(0);
+    m_lastNumberX = first + fanOut - 1;
+    completeBlock(0, block);
+    return true;
 }
 
 void KelChartLiveSeries::appendPoint(double x, double y)
@@ -233,9 +310,20 @@ std::size_t KelChartLiveSeries::alignment() const
     return std::max(pointsPerBlock(std::max<std::size_t>(m_summary.levels.size(), levelCap())), wordOfBlocks);
 }
 
+// Points alone are dropped in one step; undefined items among them one by one.
 void KelChartLiveSeries::dropBeyondLimit()
 {
-    while (m_limit > 0 && items() > m_limit)
+    if (m_limit == 0 || items() <= m_limit)
+        return;
+    const std::uint64_t excess = items() - m_limit;
+    const std::uint64_t end = m_firstItem + excess;
+    const auto before = [end](const Undefined& u) { return u.begin < u.items.size() && u.items[u.begin] < end; };
+    if (!before(m_yUndef) && !before(m_xUndef) && !before(m_noneDefined)) {
+        m_start += static_cast<std::size_t>(excess);
+        m_firstItem = end;
+        return;
+    }
+    while (items() > m_limit)
         dropOldest();
 }
 

@@ -106,7 +106,11 @@ private:
     };
 
     void appendPoint(double x, double y);
+    void reserve(std::size_t points);
+    void appendPoints(const double* x, const double* y, std::size_t count);
     void summarise(std::size_t k, double x, double y);
+    void summarise(std::size_t begin, std::size_t end);
+    bool summariseFiniteBlock(std::size_t first);
     void completeBlock(std::size_t level, std::size_t block);
     void addLevelsUpTo(std::size_t count);
     void dropBeyondLimit();
