@@ -1,8 +1,10 @@
 // Frame time of the interactive view while it pans: each step writes the
 // x axis's range into the chart, reruns the scales over the kept caches and
 // draws the whole frame (title, grid, series, axes, legend) into an image,
-// as the view's paint event does. The floor is the same frame of a thousand
-// points, where axes and text are all the cost there is.
+// as the view's paint event does. A pan draws interactive frames; the settled
+// frame is the one drawn once the user lets go. The floor is what Qt takes
+// to draw as many vertices as the frame's line has, laid out as a smooth
+// curve that never turns back, with the series' pen.
 
 #include "ChartFrames.h"
 #include "ChartSetUp.h"
@@ -17,14 +19,15 @@
 #include <QImage>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
 
 namespace {
 
-constexpr int frameWidth = 1000;
-constexpr int frameHeight = 600;
+constexpr QSize frameSize(1000, 600);
+constexpr QSize largeFrameSize(1600, 1000);
 
 void ensureGuiApplication()
 {
@@ -60,38 +63,132 @@ struct WalkChart {
     }
 };
 
-void ViewPanFrame(benchmark::State& state)
+// The view of a fifth of the walk, moved by a hundredth of it per step, back and forth.
+class PanningView {
+public:
+    PanningView(std::size_t count, QSize size, bool interactive)
+        : m_walk(count)
+        , m_frames(m_walk.chart, Orv::Chart::axisPairsOf(m_walk.chart))
+        , m_x(dynamic_cast<KelChartAxisContinuous&>(*m_frames.pairs().find(QStringLiteral("axis.x.bottom"))))
+        , m_count(static_cast<double>(count))
+        , m_width(m_count / 5)
+        , m_step(m_count / 100)
+        , m_image(size, QImage::Format_ARGB32_Premultiplied)
+    {
+        m_frames.setInteractive(interactive);
+        m_x.autoScale.set(false);
+        showFrom(0);
+        // The first frame builds the summaries, as the view's first paint does.
+        paint();
+    }
+
+    void step()
+    {
+        if (m_start + m_step < 0 || m_start + m_step + m_width > m_count)
+            m_step = -m_step;
+        showFrom(m_start + m_step);
+    }
+
+    void paint()
+    {
+        QPainter painter(&m_image);
+        m_frames.paint(painter);
+    }
+
+    const QImage& image() const { return m_image; }
+    QRectF plot() const { return m_frames.layout().plot(); }
+
+    // The points the frame's line joins, breaks not counted.
+    std::size_t lineVertices() const
+    {
+        const QRectF area = plot();
+        const KelChartDecimatedView::Placement placement{
+            m_frames.pipeline().scaling().matrix(0), 0.0, area.left(), area.bottom(), area.width(), area.height()};
+        const std::vector<std::size_t> lines = m_frames.view(0).lines(placement);
+        return static_cast<std::size_t>(std::count_if(
+            lines.begin(), lines.end(), [](std::size_t k) { return k != KelChartDecimatedView::breakMark; }));
+    }
+
+private:
+    void showFrom(double start)
+    {
+        m_start = start;
+        m_x.min.set(m_start);
+        m_x.max.set(m_start + m_width);
+        m_frames.rescale(m_image.size());
+    }
+
+    WalkChart m_walk;
+    Orv::Chart::ChartFrames m_frames;
+    KelChartAxisContinuous& m_x;
+    double m_count;
+    double m_width;
+    double m_step;
+    double m_start = 0;
+    QImage m_image;
+};
+
+void panFrames(benchmark::State& state, QSize size, bool interactive)
 {
     ensureGuiApplication();
-    const auto count = static_cast<std::size_t>(state.range(0));
-    WalkChart walk(count);
-    Orv::Chart::ChartFrames frames(walk.chart, Orv::Chart::axisPairsOf(walk.chart));
-    frames.rescale(QSize(frameWidth, frameHeight));
-    auto& x = dynamic_cast<KelChartAxisContinuous&>(*frames.pairs().find(QStringLiteral("axis.x.bottom")));
-    x.autoScale.set(false);
-    // A view of a fifth of the data, moved by a hundredth of it per step, back and forth.
-    const double width = static_cast<double>(count) / 5;
-    double start = 0;
-    double step = static_cast<double>(count) / 100;
-    QImage image(frameWidth, frameHeight, QImage::Format_ARGB32_Premultiplied);
-    // The first frame builds the summaries, as the view's first paint does.
-    {
-        QPainter painter(&image);
-        frames.paint(painter);
-    }
+    PanningView view(static_cast<std::size_t>(state.range(0)), size, interactive);
     for (auto _ : state) {
-        if (start + step < 0 || start + step + width > static_cast<double>(count))
-            step = -step;
-        start += step;
-        x.min.set(start);
-        x.max.set(start + width);
-        frames.rescale(QSize(frameWidth, frameHeight));
+        view.step();
+        view.paint();
+        benchmark::DoNotOptimize(view.image().constBits());
+    }
+}
+
+void ViewPanFrame(benchmark::State& state)
+{
+    panFrames(state, frameSize, true);
+}
+
+void ViewPanFrameLarge(benchmark::State& state)
+{
+    panFrames(state, largeFrameSize, true);
+}
+
+void ViewSettledFrame(benchmark::State& state)
+{
+    panFrames(state, frameSize, false);
+}
+
+// A few waves across the plot, one vertex every so often.
+QPolygonF smoothCurve(const QRectF& plot, std::size_t vertices)
+{
+    constexpr double waves = 3;
+    constexpr double twoPi = 6.283185307179586;
+    QPolygonF curve;
+    const double last = static_cast<double>(std::max<std::size_t>(vertices, 2) - 1);
+    for (std::size_t i = 0; i < vertices; ++i) {
+        const double t = static_cast<double>(i) / last;
+        curve << QPointF(plot.left() + t * plot.width(),
+                         plot.center().y() + 0.4 * plot.height() * std::sin(twoPi * waves * t));
+    }
+    return curve;
+}
+
+void ViewFrameFloor(benchmark::State& state)
+{
+    ensureGuiApplication();
+    const PanningView view(static_cast<std::size_t>(state.range(0)), frameSize, true);
+    const QPolygonF curve = smoothCurve(view.plot(), view.lineVertices());
+    QPen pen(Qt::blue, 1.5, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+    QImage image(frameSize, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
         QPainter painter(&image);
-        frames.paint(painter);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(pen);
+        painter.drawPolyline(curve);
         benchmark::DoNotOptimize(image.constBits());
     }
+    state.counters["vertices"] = static_cast<double>(curve.size());
 }
 
 } // namespace
 
 BENCHMARK(ViewPanFrame)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ViewPanFrameLarge)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ViewSettledFrame)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ViewFrameFloor)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);

@@ -417,6 +417,45 @@ const std::vector<std::size_t>& KelChartDecimatedView::halfNaN() const
     return summary().halfNaN;
 }
 
+std::size_t KelChartDecimatedView::nearestIndex(double x) const
+{
+    const Data& points = data();
+    if (std::isnan(x))
+        return npos;
+    const double* begin = points.x;
+    // NaN x values sit at the end; the search covers the numbers before them.
+    const double* numbers = std::partition_point(begin, begin + points.size, [](double v) { return !std::isnan(v); });
+    const double* above = std::lower_bound(begin, numbers, x);
+    if (above == begin)
+        return above == numbers ? npos : 0;
+    const double* below = above - 1;
+    // The first of a run of equal values below wins over its later equals.
+    const double* firstBelow = std::lower_bound(begin, below, *below);
+    if (above == numbers || x - *below <= *above - x)
+        return static_cast<std::size_t>(firstBelow - begin);
+    return static_cast<std::size_t>(above - begin);
+}
+
+std::size_t KelChartDecimatedView::nearestIndex(double x, double y, double xScale, double yScale) const
+{
+    const Data& points = data();
+    if (!(xScale > 0) || !(yScale > 0) || std::isnan(x) || std::isnan(y))
+        return npos;
+    std::size_t best = npos;
+    double bestDistance = infinity;
+    for (std::size_t k = 0; k < points.size; ++k) {
+        const double dx = (points.x[k] - x) / xScale;
+        const double dy = (points.y[k] - y) / yScale;
+        const double distance = dx * dx + dy * dy;
+        // NaN distances fail the comparison, so NaN points never count.
+        if (distance < bestDistance) {
+            bestDistance = distance;
+            best = k;
+        }
+    }
+    return best;
+}
+
 bool KelChartDecimatedView::ordered() const
 {
     return summary().ordered;

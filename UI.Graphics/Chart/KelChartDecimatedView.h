@@ -114,6 +114,12 @@ public:
     const Span& numberSpan() const;
     const std::vector<std::size_t>& halfNaN() const;
 
+    // The nearest points, as KelChartVariableCache::nearestIndex finds them,
+    // among the points read now (npos when none qualifies).
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+    std::size_t nearestIndex(double x) const;
+    std::size_t nearestIndex(double x, double y, double xScale, double yScale) const;
+
     // Whether the data are ordered, so that line views are fast (builds the summary).
     bool ordered() const;
     // Memory held by the summary, in bytes (builds it).

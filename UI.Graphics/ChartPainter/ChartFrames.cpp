@@ -56,12 +56,19 @@ void ChartFrames::rescale(QSize size)
     // A click on a hidden series' faded entry shows it again.
     m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views), true);
     m_renderer->setLocale(m_locale);
+    m_renderer->setInteractive(m_interactive);
 }
 
 void ChartFrames::setLocale(const QLocale& locale)
 {
     m_locale = locale;
     rescale(m_size);
+}
+
+void ChartFrames::setInteractive(bool on)
+{
+    m_interactive = on;
+    m_renderer->setInteractive(on);
 }
 
 void ChartFrames::paint(QPainter& painter) const

@@ -51,6 +51,11 @@ public:
     // frame, fitted to it, and every later one.
     void setLocale(const QLocale& locale);
 
+    // Whether the frames are drawn while the user drags (see
+    // ChartPainter::setInteractive); kept across rescales and reloads.
+    void setInteractive(bool on);
+    bool interactive() const { return m_interactive; }
+
 private:
     void clear();
 
@@ -58,6 +63,7 @@ private:
     Orv::Chart::AxisPairs m_pairs;
     QSize m_size;
     QLocale m_locale = QLocale::c();
+    bool m_interactive = false;
     // Destroyed in reverse: renderer, pipeline, views, then the caches they read.
     std::unique_ptr<KelChartPipeline> m_data;
     std::vector<std::unique_ptr<KelChartDecimatedView>> m_views;

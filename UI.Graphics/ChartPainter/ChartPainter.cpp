@@ -77,9 +77,10 @@ void ChartPainter::paint(QPainter& painter) const
     for (const PlotAxis& axis : m_pipeline.axes())
         axes.paintGrid(axis);
     const KelChartPerVariableScaling& scaling = m_pipeline.scaling();
+    const LineStroke::Joins joins = m_interactive ? LineStroke::Joins::Plain : LineStroke::Joins::Pen;
     for (std::size_t i = 0; i < scaling.size(); ++i)
         if (scaling.valid(i))
-            SeriesPainter(painter, m_pipeline, m_layout, i, *m_views[i]).paint();
+            SeriesPainter(painter, m_pipeline, m_layout, i, *m_views[i], joins).paint();
     for (const PlotAxis& axis : m_pipeline.axes())
         axes.paintAxis(axis);
     paintLegend(painter);

@@ -44,6 +44,12 @@ public:
     void setLocale(const QLocale& locale) { m_locale = locale; }
     QLocale locale() const { return m_locale; }
 
+    // Interactive frames, drawn while the user drags, draw lines wider than a
+    // pixel without joins, as flat segments, which is cheapest; settled ones
+    // (the default) draw the full picture.
+    void setInteractive(bool on) { m_interactive = on; }
+    bool interactive() const { return m_interactive; }
+
     // Paints the whole chart in the layout's size from the painter's origin.
     void paint(QPainter& painter) const;
 
@@ -73,6 +79,7 @@ private:
     std::vector<std::unique_ptr<KelChartDecimatedView>> m_ownViews;
     std::vector<const KelChartDecimatedView*> m_views;
     QLocale m_locale = QLocale::c();
+    bool m_interactive = false;
 };
 
 } // namespace Orv::Chart

@@ -27,7 +27,7 @@ bool finite(const QPointF& p)
 } // namespace
 
 SeriesPainter::SeriesPainter(QPainter& painter, const Plot& pipeline, const ChartLayout& layout,
-                             std::size_t index, const KelChartDecimatedView& view)
+                             std::size_t index, const KelChartDecimatedView& view, LineStroke::Joins joins)
     : m_painter(painter)
     , m_pipeline(pipeline)
     , m_layout(layout)
@@ -37,6 +37,7 @@ SeriesPainter::SeriesPainter(QPainter& painter, const Plot& pipeline, const Char
     , m_matrix(pipeline.scaling().matrix(index))
     , m_xOffset(categoryOffset())
     , m_view(view)
+    , m_joins(joins)
 {
 }
 
@@ -186,7 +187,7 @@ void SeriesPainter::paintLines(const std::vector<Run>& runs)
 void SeriesPainter::paintPolyline(const QPolygonF& line)
 {
     for (const QPolygonF& piece : Clipping::clipPolyline(line, m_layout.plot()))
-        m_painter.drawPolyline(piece);
+        LineStroke::drawLine(m_painter, piece, m_joins);
 }
 
 QPolygonF SeriesPainter::steps(const Run& run)

@@ -20,6 +20,7 @@
 // line of the variable's y axis, which is drawn across the plot.
 
 #include "ChartLayout.h"
+#include "LineStroke_p.h"
 #include "Plot.h"
 
 #include "KelChartDecimatedView.h"
@@ -35,9 +36,9 @@ namespace Orv::Chart {
 
 class SeriesPainter {
 public:
-    // `view` is the decimated view of the variable's cache.
+    // `view` is the decimated view of the variable's cache; `joins` those of its lines.
     SeriesPainter(QPainter& painter, const Plot& pipeline, const ChartLayout& layout, std::size_t index,
-                  const KelChartDecimatedView& view);
+                  const KelChartDecimatedView& view, LineStroke::Joins joins);
     void paint();
 
 private:
@@ -73,6 +74,7 @@ private:
     const Orv::Math::Matrix& m_matrix;
     double m_xOffset;
     const KelChartDecimatedView& m_view;
+    LineStroke::Joins m_joins;
 };
 
 } // namespace Orv::Chart

@@ -1,6 +1,7 @@
 #include "ChartWidget.h"
 
 #include "AxisRanges.h"
+#include "FrameCache_p.h"
 #include "HoverText.h"
 
 #include "KelChartVariable.h"
@@ -11,6 +12,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -27,6 +29,8 @@ constexpr double zoomPerNotch = 0.8;
 constexpr double dragThreshold = 3;
 // Wheel notches closer together than this are one step of the history.
 constexpr qint64 wheelGestureMs = 700;
+// The wheel and held keys give no end of their gesture: it ends when they rest this long.
+constexpr int settleMs = 150;
 // An arrow key moves the content by this share of the plot.
 constexpr double keyPanShare = 0.1;
 // Shift with Left or Right moves the point cursor by this many points.
@@ -50,11 +54,36 @@ bool finite(QPointF point)
     return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
+// Keys that pan or zoom, and are held to go on doing so; Left and Right move
+// the point cursor instead while there is one.
+bool navigates(int key, bool onPoint)
+{
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        return !onPoint;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+    case Qt::Key_Minus:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 ChartWidget::ChartWidget(QWidget* parent)
     : QWidget(parent)
+    , m_picture(std::make_unique<KeptFrame>())
+    , m_cacheInputs(std::make_unique<CacheInputs>())
+    , m_settle(new QTimer(this))
 {
+    m_settle->setSingleShot(true);
+    m_settle->setInterval(settleMs);
+    connect(m_settle, &QTimer::timeout, this, &ChartWidget::settle);
     setMouseTracking(true);
     setMinimumSize(Orv::Chart::ChartLayout::minimumWidth, Orv::Chart::ChartLayout::minimumHeight);
     setFocusPolicy(Qt::StrongFocus);
@@ -67,18 +96,21 @@ void ChartWidget::setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs)
 {
     m_pressRanges.reset();
     m_drag = Drag::None;
+    m_settle->stop();
     m_frames.reset();
+    *m_cacheInputs = CacheInputs();
     m_cursor = {};
     m_hover.clear();
     m_readOut.clear();
     if (chart != nullptr && pairs.exist()) {
         m_frames = std::make_unique<ChartFrames>(*chart, pairs);
+        *m_cacheInputs = CacheInputs(*chart);
         m_frames->setLocale(locale());
-        m_frames->rescale(size());
         m_history.reset(ViewState::of(pairs));
     } else {
         m_history.reset(ViewState());
     }
+    rescale();
     update();
     Q_EMIT historyChanged();
     Q_EMIT pointCursorChanged();
@@ -88,8 +120,15 @@ void ChartWidget::reload()
 {
     if (!m_frames)
         return;
-    m_frames->reload();
-    m_frames->rescale(size());
+    CacheInputs inputs(m_frames->chart());
+    if (inputs == *m_cacheInputs) {
+        rescale();
+    } else {
+        m_frames->reload();
+        // The unit update writes the axes' unit labels: the record is taken after it.
+        *m_cacheInputs = CacheInputs(m_frames->chart());
+        frameChanged();
+    }
     setPointCursor(m_cursor.series, m_cursor.index);
     refreshHover();
     update();
@@ -99,6 +138,44 @@ void ChartWidget::rescale()
 {
     if (m_frames)
         m_frames->rescale(size());
+    frameChanged();
+}
+
+// Every change of the frame passes here: a kept picture of an older frame
+// would show a chart that is no longer there.
+void ChartWidget::frameChanged()
+{
+    m_picture->invalidate();
+}
+
+const QImage& ChartWidget::chartPicture()
+{
+    return m_picture->image(size(), devicePixelRatioF(), [this](QPainter& painter) { m_frames->paint(painter); });
+}
+
+void ChartWidget::beginInteraction()
+{
+    if (!m_frames || m_frames->interactive())
+        return;
+    m_frames->setInteractive(true);
+    frameChanged();
+}
+
+void ChartWidget::settleSoon()
+{
+    beginInteraction();
+    m_settle->start();
+}
+
+// The gesture ended: the settled frame replaces the last interactive one.
+void ChartWidget::settle()
+{
+    m_settle->stop();
+    if (!m_frames || !m_frames->interactive())
+        return;
+    m_frames->setInteractive(false);
+    frameChanged();
+    update();
 }
 
 void ChartWidget::rangesWritten()
@@ -194,6 +271,11 @@ QImage ChartWidget::image() const
     return image;
 }
 
+QImage ChartWidget::keptFrame() const
+{
+    return m_picture->image();
+}
+
 QString ChartWidget::valuesText() const
 {
     QString point = pointCursorText();
@@ -222,7 +304,7 @@ void ChartWidget::paintEvent(QPaintEvent*)
         painter.drawText(rect(), Qt::AlignCenter, tr("This chart has no axes to draw."));
         return;
     }
-    m_frames->paint(painter);
+    painter.drawImage(QPointF(), chartPicture());
     paintFocus(painter);
     paintBand(painter);
     paintCrosshair(painter);
@@ -253,6 +335,7 @@ void ChartWidget::wheelEvent(QWheelEvent* event)
         event->ignore();
         return;
     }
+    settleSoon();
     rangesWritten();
     const bool sameGesture = m_wheelClock.isValid() && m_wheelClock.elapsed() < wheelGestureMs;
     if (sameGesture)
@@ -284,6 +367,7 @@ void ChartWidget::mouseMoveEvent(QMouseEvent* event)
 {
     m_current = positionOf(event);
     if (m_drag == Drag::Pan && m_pressRanges) {
+        beginInteraction();
         m_pressRanges->pan(m_pressed, m_current, m_dragSpan);
         rangesWritten();
     } else if (m_drag == Drag::Band) {
@@ -307,6 +391,7 @@ void ChartWidget::mouseReleaseEvent(QMouseEvent* event)
     }
     m_drag = Drag::None;
     m_pressRanges.reset();
+    settle();
     updateHover(m_current);
 }
 
@@ -350,6 +435,7 @@ void ChartWidget::changeEvent(QEvent* event)
     if (event->type() == QEvent::LocaleChange) {
         if (m_frames)
             m_frames->setLocale(locale());
+        frameChanged();
         refreshHover();
         update();
     }
@@ -388,6 +474,8 @@ void ChartWidget::keyPressEvent(QKeyEvent* event)
     // With the point cursor on a series Left and Right move it (Shift: by ten).
     const bool onPoint = m_cursor.valid();
     const long step = (event->modifiers() & Qt::ShiftModifier) ? bigStep : 1;
+    if (navigates(event->key(), onPoint))
+        settleSoon();
     switch (event->key()) {
     case Qt::Key_Left:
         return m_cursor.valid() ? moveCursorAlong(-step) : panBy({dx, 0});

@@ -21,6 +21,12 @@
 //
 // Every navigation is a view: `back()` and `forward()` walk through them.
 // A view holds its ranges exactly: the axes it writes get "tightRange".
+//
+// The chart's picture is kept between paint events and drawn again only when
+// the frame changes; hover, crosshair, rubber band, point cursor and focus
+// frame are drawn over it. While the user drags, turns the wheel or holds a
+// navigation key the frames are interactive ones (see ChartFrames), and the
+// settled frame follows once the gesture ends.
 
 #include "OrvChartWidgetsExport.h"
 #include "ChartFrames.h"
@@ -37,7 +43,12 @@
 #include <memory>
 #include <vector>
 
+class QTimer;
+
 namespace Orv::Chart {
+
+class CacheInputs;
+class KeptFrame;
 
 // A point of one series, chosen with the keyboard.
 struct PointCursor {
@@ -61,7 +72,9 @@ public:
     void setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs);
     // The frames drawn, null without a chart.
     const ChartFrames* frames() const { return m_frames.get(); }
-    // After a change of the chart outside the view: new caches and a new frame.
+    // After a change of the chart outside the view: a new frame, over new
+    // caches unless nothing the caches were built from changed (a colour, a
+    // title or a range was edited, but no data, unit or binding).
     void reload();
 
     // What the hover shows: the cursor's position, then one line per series.
@@ -84,6 +97,9 @@ public:
 
     // The chart as drawn now, without hover or rubber band.
     QImage image() const;
+    // The picture of the chart kept between paint events, at the widget's
+    // pixel ratio and without overlays; null before the first paint.
+    QImage keptFrame() const;
 
 public Q_SLOTS:
     void home();
@@ -130,6 +146,11 @@ private:
     enum class Drag { None, Pan, Band };
 
     void rescale();
+    void frameChanged();
+    const QImage& chartPicture();
+    void beginInteraction();
+    void settleSoon();
+    void settle();
     void rangesWritten();
     void viewChosen();
     void showView(const ViewState& state);
@@ -150,6 +171,11 @@ private:
     void paintFocus(QPainter& painter) const;
 
     std::unique_ptr<ChartFrames> m_frames;
+    std::unique_ptr<KeptFrame> m_picture;
+    // What the frames' caches were built from, to tell an edit of the look from one of the data.
+    std::unique_ptr<CacheInputs> m_cacheInputs;
+    // Ends the interactive frames a while after the last wheel notch or key.
+    QTimer* m_settle;
     ViewHistory m_history;
     Drag m_drag = Drag::None;
     QPointF m_pressed;

@@ -141,14 +141,16 @@ const KelChartVariableCache* drawn(const ChartFrames& frames, std::size_t series
 bool describe(const ChartFrames& frames, std::size_t series, std::size_t k, const QLocale& locale, HoverText::Hit& hit)
 {
     const KelChartVariableCache* cache = drawn(frames, series);
-    if (cache == nullptr || k >= cache->x().size() || k >= cache->y().size())
+    // The points as drawn: a live series's view reads them as they are now.
+    const KelChartDecimatedView::Data& points = frames.view(series).data();
+    if (cache == nullptr || k >= points.size)
         return false;
     const AxisView x = viewOf(frames, cache->variable().xAxis.get());
     const AxisView y = viewOf(frames, cache->variable().yAxis.get());
     if (x.axis == nullptr || y.axis == nullptr)
         return false;
-    const double xValue = cache->x()[k];
-    const double yValue = cache->y()[k];
+    const double xValue = points.x[k];
+    const double yValue = points.y[k];
     const QString name = HoverText::seriesName(frames, series);
     const QString xText = valueText(*x.axis, xValue, 0, locale);
     hit.series = series;
@@ -231,10 +233,9 @@ HoverText::Hover HoverText::at(const ChartFrames& frames, QPointF pixel, const Q
         if (x.axis == nullptr || y.axis == nullptr)
             continue;
         const double xValue = valueAt(x, pixel);
-        const std::size_t k =
-            frames.view(i).ordered()
-                ? cache->nearestIndex(xValue)
-                : cache->nearestIndex(xValue, valueAt(y, pixel), x.perPixel(), y.perPixel());
+        const KelChartDecimatedView& view = frames.view(i);
+        const std::size_t k = view.ordered() ? view.nearestIndex(xValue)
+                                             : view.nearestIndex(xValue, valueAt(y, pixel), x.perPixel(), y.perPixel());
         Hit hit;
         if (k == KelChartVariableCache::npos || !describe(frames, i, k, locale, hit))
             continue;

@@ -13,14 +13,18 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTest>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -44,6 +48,12 @@ void wheel(QWidget& widget, QPointF at, QPoint angle)
 }
 
 // The widget and its signals, without a chart: every gesture is ignored and
+void key(QWidget& widget, int key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
 // the widget says that there is nothing to draw.
 TEST(ChartWidgetWithoutChart, IgnoresGesturesAndSaysSo)
 {
@@ -187,6 +197,100 @@ TEST_F(ChartViewTest, TheHoverBoxSitsBesideTheCursorInsideTheWidgetAndLeavesWith
     QApplication::sendEvent(&view, &leave);
     EXPECT_TRUE(view.hoverLines().isEmpty());
     EXPECT_EQ(hover.last().at(0).toString(), QString());
+}
+
+// The chart's picture is painted once and kept: gestures that only move what
+// is drawn over it leave it alone, and the widget shows it with their marks.
+TEST_F(ChartViewTest, OverlaysAreDrawnOverTheKeptPictureWithoutPaintingTheChart)
+{
+    // A hidden widget gets a resize event, hence a new frame, with every grab.
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    view.clearFocus();
+    view.grab();
+    const QImage kept = view.keptFrame();
+    ASSERT_FALSE(kept.isNull());
+    EXPECT_EQ(kept, view.image()) << "the kept picture is the chart as drawn now";
+    const QPoint cursor = (plot().topLeft() + QPointF(plot().width() * 0.3, plot().height() * 0.6)).toPoint();
+    for (int step = 8; step >= 0; step -= 2)
+        mouse(view, QEvent::MouseMove, cursor + QPoint(step, step), Qt::NoButton);
+    ASSERT_FALSE(view.hoverLines().isEmpty());
+    const QImage shown = view.grab().toImage();
+    EXPECT_EQ(view.keptFrame().cacheKey(), kept.cacheKey()) << "a hover does not paint the chart";
+
+    // Above the cursor, but for the crosshair and the markers, the widget shows the kept picture; the box
+    // hangs below the cursor, as wide as the widget lets it be.
+    const auto hits = Orv::Chart::HoverText::at(frames(), cursor).hits;
+    const auto overlaid = [&](QPoint pixel) {
+        const bool marked = std::any_of(hits.begin(), hits.end(), [&](const Orv::Chart::HoverText::Hit& hit) {
+            return QLineF(hit.pixel, pixel).length() <= 8;
+        });
+        return marked || std::abs(pixel.x() - cursor.x()) <= 1 || pixel.y() >= cursor.y() - 1;
+    };
+    int alike = 0, changed = 0, elsewhere = 0;
+    for (int y = 0; y < kept.height(); ++y) {
+        for (int x = 0; x < kept.width(); ++x) {
+            const bool same = shown.pixel(x, y) == kept.pixel(x, y);
+            if (!overlaid({x, y}))
+                (same ? alike : elsewhere) += 1;
+            else if (!same)
+                ++changed;
+        }
+    }
+    EXPECT_EQ(elsewhere, 0) << "pixels changed away from the overlays";
+    EXPECT_GT(alike, kept.width() * cursor.y() * 9 / 10);
+    EXPECT_GT(changed, plot().width()) << "the crosshair at least";
+
+    // The rubber band and the point cursor are overlays too.
+    mouse(view, QEvent::MouseButtonPress, cursor, Qt::RightButton);
+    mouse(view, QEvent::MouseMove, cursor + QPoint(80, 60), Qt::RightButton);
+    view.grab();
+    key(view, Qt::Key_Escape);
+    view.setPointCursor(1, 12);
+    ASSERT_TRUE(view.pointCursor().valid());
+    view.grab();
+    EXPECT_EQ(view.keptFrame().cacheKey(), kept.cacheKey());
+}
+
+TEST_F(ChartViewTest, ADragPaintsInteractiveFramesAndTheSettledOneOnRelease)
+{
+    view.grab();
+    const QImage before = view.keptFrame();
+    const QPointF from = plot().center();
+    mouse(view, QEvent::MouseButtonPress, from, Qt::LeftButton);
+    mouse(view, QEvent::MouseMove, from + QPointF(40, 10), Qt::LeftButton);
+    EXPECT_TRUE(frames().interactive());
+    view.grab();
+    const QImage started = view.keptFrame();
+    EXPECT_NE(started.cacheKey(), before.cacheKey());
+    mouse(view, QEvent::MouseMove, from + QPointF(80, 30), Qt::LeftButton);
+    view.grab();
+    const QImage dragging = view.keptFrame();
+    EXPECT_NE(dragging.cacheKey(), started.cacheKey());
+    EXPECT_EQ(dragging, view.image()) << "the panned frame, not one before";
+    mouse(view, QEvent::MouseButtonRelease, from + QPointF(80, 30), Qt::LeftButton);
+    EXPECT_FALSE(frames().interactive());
+    view.grab();
+    EXPECT_NE(view.keptFrame().cacheKey(), dragging.cacheKey());
+    EXPECT_EQ(view.keptFrame(), view.image());
+    EXPECT_NE(view.keptFrame(), before);
+}
+
+// The wheel and the keys never say that their gesture ended: a rest does.
+TEST_F(ChartViewTest, WheelAndKeysSettleAfterARest)
+{
+    for (const auto& gesture : std::vector<std::function<void()>>{
+             [&] { wheel(view, plot().center(), QPoint(0, 120)); }, [&] { key(view, Qt::Key_Up); },
+             [&] { key(view, Qt::Key_Minus); }}) {
+        gesture();
+        EXPECT_TRUE(frames().interactive());
+        view.grab();
+        const qint64 interactive = view.keptFrame().cacheKey();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !frames().interactive(); }, 2000));
+        view.grab();
+        EXPECT_NE(view.keptFrame().cacheKey(), interactive) << "painted again once settled";
+        EXPECT_EQ(view.keptFrame(), view.image());
+    }
 }
 
 TEST_F(ChartViewTest, ASpanConvertsPixelsToScaleCoordinates)

@@ -24,9 +24,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -240,6 +242,80 @@ TEST_F(ViewTest, TheRowsFollowVariablesAddedAndRemoved)
     view->reload();
     EXPECT_EQ(model->rowCount(variables), rows);
     EXPECT_FALSE(cell(QStringLiteral("variable/extra")).isValid());
+}
+
+// Copies of the caches share their arrays, which keeps them from being freed
+// and their memory from being taken by new caches.
+std::vector<KelChartVariableCache> cachesOf(const Orv::Chart::ChartFrames& frames)
+{
+    std::vector<KelChartVariableCache> caches;
+    for (std::size_t i = 0; i < frames.pipeline().cache().size(); ++i)
+        caches.push_back(frames.pipeline().cache().cache(i));
+    return caches;
+}
+
+bool sameCaches(const std::vector<KelChartVariableCache>& a, const std::vector<KelChartVariableCache>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return x.x().data() == y.x().data() && x.y().data() == y.y().data();
+    });
+}
+
+struct Edit {
+    const char* path;
+    const char* text;
+    bool renewsCaches;
+};
+
+class EditTest : public ViewTest, public ::testing::WithParamInterface<Edit> {};
+
+TEST_P(EditTest, OnlyEditsOfDataUnitsOrBindingsRenewTheCaches)
+{
+    const auto before = cachesOf(frames());
+    ASSERT_TRUE(model->setData(cell(QString::fromLatin1(GetParam().path)), QString::fromLatin1(GetParam().text)));
+    EXPECT_EQ(!sameCaches(cachesOf(frames()), before), GetParam().renewsCaches);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Edits, EditTest,
+    ::testing::Values(Edit{"variable/T1/style/lineColor", "#ff00ff", false},
+                      Edit{"variable/T2/style/lineWidth", "5", false}, Edit{"variable/T1/title", "air", false},
+                      Edit{"title", "Edited", false}, Edit{"axis.y/axis.y.left/inverted", "true", false},
+                      Edit{"axis.y/axis.y.left/gridColor", "#00ff00", false},
+                      Edit{"variable/T1/enabled", "false", true}, Edit{"variable/T1/yAxis", "axis.y.right", true},
+                      Edit{"variable/T1/order", "7", true},
+                      Edit{"variable/T1/style/componentSortAxis", "0", true},
+                      Edit{"axis.y/axis.y.right/logarithmic", "true", true},
+                      Edit{"axis.y/axis.y.left/unitLabel", "K", true}));
+
+TEST_F(ViewTest, ANewColourShowsOverTheKeptCaches)
+{
+    const auto magenta = [this] {
+        const QImage image = view->grab().toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixelColor(x, y) == QColor(Qt::magenta) ? 1 : 0;
+        return count;
+    };
+    ASSERT_EQ(magenta(), 0);
+    const auto before = cachesOf(frames());
+    ASSERT_TRUE(model->setData(cell(QStringLiteral("variable/T1/style/lineColor")), QStringLiteral("#ff00ff")));
+    EXPECT_TRUE(sameCaches(cachesOf(frames()), before));
+    EXPECT_GT(magenta(), 50) << "the air temperature's line";
+}
+
+// New data come in without any property changing: the caches must follow them.
+TEST_F(ViewTest, NewDataOfTheSameSizeRenewTheCaches)
+{
+    const auto before = cachesOf(frames());
+    view->reload();
+    EXPECT_TRUE(sameCaches(cachesOf(frames()), before)) << "nothing changed";
+    Orv::Chart::DataSet data = Orv::Chart::SampleChart::data();
+    data.series[1].y.values[3] += 1;
+    Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), data);
+    view->reload();
+    EXPECT_FALSE(sameCaches(cachesOf(frames()), before));
 }
 
 TEST_F(ViewTest, EditsSurviveASaveAndALoad)
