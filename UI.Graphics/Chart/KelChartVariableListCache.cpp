@@ -33,6 +33,15 @@ KelChartVariableListCache::KelChartVariableListCache(const KelChartVariableList&
     sortByOrder();
 }
 
+KelChartVariableListCache::KelChartVariableListCache(std::vector<KelChartVariableCache> caches)
+    : KelChartVariableListCache()
+{
+    for (KelChartVariableCache& cache : caches)
+        if (cache.valid())
+            m_caches.push_back(std::move(cache));
+    sortByOrder();
+}
+
 KelChartVariableListCache::KelChartVariableListCache(const KelChartVariableListCache& other) = default;
 KelChartVariableListCache::KelChartVariableListCache(KelChartVariableListCache&& other) noexcept = default;
 KelChartVariableListCache& KelChartVariableListCache::operator=(const KelChartVariableListCache& other) = default;

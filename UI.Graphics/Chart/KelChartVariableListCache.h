@@ -15,6 +15,9 @@ public:
     KelChartVariableListCache();
     KelChartVariableListCache(const std::vector<const KelChartVariable*>& variables, const QStringList& positionAxes);
     explicit KelChartVariableListCache(const KelChartVariableList& list);
+    // Caches made elsewhere (those that stand for live series), kept when
+    // valid and stable-sorted by their variables' "order".
+    explicit KelChartVariableListCache(std::vector<KelChartVariableCache> caches);
     KelChartVariableListCache(const KelChartVariableListCache& other);
     KelChartVariableListCache(KelChartVariableListCache&& other) noexcept;
     KelChartVariableListCache& operator=(const KelChartVariableListCache& other);

@@ -35,6 +35,11 @@ void ChartFrames::clear()
 void ChartFrames::reload()
 {
     clear();
+    if (live()) {
+        takeLiveSeries();
+        rescale(m_size);
+        return;
+    }
     m_data = std::make_unique<KelChartPipeline>(
         m_chart.unitSystem, *m_pairs.x, *m_pairs.y, *m_pairs.z, m_chart.variables,
         KelChartPipeline::Settings{KelChartPipeline::everyAxis(cachingTicks), false, QStringList()});
@@ -49,7 +54,7 @@ void ChartFrames::rescale(QSize size)
     m_size = size.expandedTo(QSize(Orv::Chart::ChartLayout::minimumWidth, Orv::Chart::ChartLayout::minimumHeight));
     m_renderer.reset();
     m_pipeline = std::make_unique<Orv::Chart::Plot>(m_chart, m_pairs, Orv::Chart::TickRoom{m_size, 100, {}, m_locale},
-                                                      m_data->cache());
+                                                      caches());
     std::vector<const KelChartDecimatedView*> views;
     for (const auto& view : m_views)
         views.push_back(view.get());
@@ -57,6 +62,45 @@ void ChartFrames::rescale(QSize size)
     m_renderer = std::make_unique<Orv::Chart::ChartPainter>(*m_pipeline, m_size, std::move(views), true);
     m_renderer->setLocale(m_locale);
     m_renderer->setInteractive(m_interactive);
+}
+
+const KelChartVariableListCache& ChartFrames::caches() const
+{
+    return live() ? m_liveCaches : m_data->cache();
+}
+
+void ChartFrames::showLive(std::vector<const KelChartLiveSeries*> series)
+{
+    m_live = std::move(series);
+    reload();
+}
+
+void ChartFrames::liveAppended()
+{
+    if (!live())
+        return;
+    m_renderer.reset();
+    m_pipeline.reset();
+    m_views.clear();
+    takeLiveSeries();
+    rescale(m_size);
+}
+
+// The series with something to draw, in the order the list cache puts their
+// stand-in caches, each with a view that reads it.
+void ChartFrames::takeLiveSeries()
+{
+    std::vector<KelChartVariableCache> standIns;
+    for (const KelChartLiveSeries* series : m_live)
+        if (series->variable().enabled.get())
+            standIns.push_back(series->cache());
+    m_liveCaches = KelChartVariableListCache(std::move(standIns));
+    for (std::size_t i = 0; i < m_liveCaches.size(); ++i) {
+        const auto drawn = std::find_if(m_live.begin(), m_live.end(), [&](const KelChartLiveSeries* series) {
+            return &series->variable() == &m_liveCaches.cache(i).variable();
+        });
+        m_views.push_back(std::make_unique<KelChartDecimatedView>(**drawn));
+    }
 }
 
 void ChartFrames::setLocale(const QLocale& locale)

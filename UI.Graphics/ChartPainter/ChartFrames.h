@@ -13,6 +13,7 @@
 
 #include "KelChart.h"
 #include "KelChartDecimatedView.h"
+#include "KelChartLiveSeries.h"
 #include "KelChartPipeline.h"
 
 #include <QLocale>
@@ -47,6 +48,16 @@ public:
 
     void paint(QPainter& painter) const;
 
+    // Draws these live series, one per variable of the chart in the variable
+    // list's order, in place of the variables' own items: every frame reads
+    // the points they hold at that time. None: back to caching the variables.
+    // The series must outlive the frames or be replaced first.
+    void showLive(std::vector<const KelChartLiveSeries*> series);
+    bool live() const { return !m_live.empty(); }
+    // A new frame after items were appended to the live series: their bounds
+    // and validity are taken again; nothing is cached.
+    void liveAppended();
+
     // The locale the labels are drawn in (see ChartPainter::setLocale): a new
     // frame, fitted to it, and every later one.
     void setLocale(const QLocale& locale);
@@ -58,6 +69,8 @@ public:
 
 private:
     void clear();
+    void takeLiveSeries();
+    const KelChartVariableListCache& caches() const;
 
     KelChart& m_chart;
     Orv::Chart::AxisPairs m_pairs;
@@ -66,6 +79,8 @@ private:
     bool m_interactive = false;
     // Destroyed in reverse: renderer, pipeline, views, then the caches they read.
     std::unique_ptr<KelChartPipeline> m_data;
+    std::vector<const KelChartLiveSeries*> m_live;
+    KelChartVariableListCache m_liveCaches;
     std::vector<std::unique_ptr<KelChartDecimatedView>> m_views;
     std::unique_ptr<Orv::Chart::Plot> m_pipeline;
     std::unique_ptr<Orv::Chart::ChartPainter> m_renderer;

@@ -37,6 +37,7 @@ SeriesPainter::SeriesPainter(QPainter& painter, const Plot& pipeline, const Char
     , m_matrix(pipeline.scaling().matrix(index))
     , m_xOffset(categoryOffset())
     , m_view(view)
+    , m_points(view.data())
     , m_joins(joins)
 {
 }
@@ -70,7 +71,7 @@ QPointF SeriesPainter::pixel(double x, double y) const
 
 QPointF SeriesPainter::pointPixel(std::size_t k) const
 {
-    return pixel(m_cache.x()[k], m_cache.y()[k]);
+    return pixel(m_points.x[k], m_points.y[k]);
 }
 
 // The points land where `pixel` puts them.
@@ -127,15 +128,15 @@ std::vector<QPointF> SeriesPainter::undefinedMarks() const
         if (y >= span.lowY && y <= span.highY)
             marks.push_back(pixel(box.min().x(), y));
     };
-    for (const double x : m_cache.yUndef())
-        markX(x);
-    for (const double y : m_cache.xUndef())
-        markY(y);
+    for (std::size_t k = 0; k < m_points.yUndefCount; ++k)
+        markX(m_points.yUndef[k]);
+    for (std::size_t k = 0; k < m_points.xUndefCount; ++k)
+        markY(m_points.xUndef[k]);
     for (const std::size_t k : m_view.halfNaN()) {
-        if (std::isnan(m_cache.y()[k]))
-            markX(m_cache.x()[k]);
+        if (std::isnan(m_points.y[k]))
+            markX(m_points.x[k]);
         else
-            markY(m_cache.y()[k]);
+            markY(m_points.y[k]);
     }
     return marks;
 }
@@ -229,20 +230,29 @@ void SeriesPainter::paintSticks(const std::vector<Run>& runs)
         }
 }
 
+// A live series changes from frame to frame, so its spacing is measured as drawn.
+double SeriesPainter::liveXSpacing() const
+{
+    double spacing = std::numeric_limits<double>::max();
+    for (std::size_t k = 1; k < m_points.size; ++k)
+        spacing = std::min(spacing, m_points.x[k] - m_points.x[k - 1]);
+    return m_points.size > 1 ? spacing : 0.0;
+}
+
 // Bar widths and offsets count in the smallest x spacing of the series.
 void SeriesPainter::paintBars()
 {
-    const double spacing = m_cache.minXDelta();
+    const double spacing = m_view.live() ? liveXSpacing() : m_cache.minXDelta();
     const double unit = std::isfinite(spacing) && spacing > 0 ? spacing : 1.0;
     const double base = m_pipeline.scaling().baseLine(m_index, Comp::Y);
     m_painter.setPen(SeriesLook::linePen(m_style, yGradient(m_style.lineGradient.get())));
     const QBrush gradient = yGradient(m_style.fillGradient.get());
-    for (std::size_t k = 0; k < m_cache.x().size(); ++k) {
+    for (std::size_t k = 0; k < m_points.size; ++k) {
         if (!finite(pointPixel(k)))
             continue;
-        const double centre = m_cache.x()[k] + SeriesLook::entry(m_style.barOffset.get(), k, 0.0) * unit;
+        const double centre = m_points.x[k] + SeriesLook::entry(m_style.barOffset.get(), k, 0.0) * unit;
         const double half = SeriesLook::entry(m_style.barWidth.get(), k, 1.0) * unit / 2.0;
-        const QRectF bar = QRectF(pixel(centre - half, m_cache.y()[k]), pixel(centre + half, base))
+        const QRectF bar = QRectF(pixel(centre - half, m_points.y[k]), pixel(centre + half, base))
                                .normalized()
                                .intersected(m_layout.plot());
         if (bar.isEmpty())
@@ -250,7 +260,7 @@ void SeriesPainter::paintBars()
         m_painter.setBrush(SeriesLook::fillBrush(m_style, k, gradient));
         m_painter.drawRect(bar);
         const double cap = SeriesLook::entry(m_style.barTopSize.get(), k, 0.0);
-        const QRectF top(bar.left(), pixel(centre, m_cache.y()[k]).y() - cap / 2, bar.width(), cap);
+        const QRectF top(bar.left(), pixel(centre, m_points.y[k]).y() - cap / 2, bar.width(), cap);
         if (cap > 0)
             m_painter.fillRect(top.intersected(m_layout.plot()),
                                SeriesLook::entry(m_style.barTopColor.get(), k, QColor(Qt::black)));

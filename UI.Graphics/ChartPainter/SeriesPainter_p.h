@@ -60,6 +60,7 @@ private:
     static QPolygonF steps(const Run& run);
     void paintSpline(const Run& run);
     void paintSticks(const std::vector<Run>& runs);
+    double liveXSpacing() const;
     void paintBars();
     void paintSymbols();
     void paintUndefined();
@@ -74,6 +75,8 @@ private:
     const Orv::Math::Matrix& m_matrix;
     double m_xOffset;
     const KelChartDecimatedView& m_view;
+    // The points drawn, read once per frame.
+    KelChartDecimatedView::Data m_points;
     LineStroke::Joins m_joins;
 };
 

@@ -99,7 +99,7 @@ QString ChartPartAccessible::pointText(QAccessible::Text t) const
     if (t != QAccessible::Description)
         return {};
     const PointCursor cursor = m_widget->pointCursor();
-    const std::size_t count = m_widget->frames()->pipeline().scaling().variable(cursor.series).x().size();
+    const std::size_t count = m_widget->frames()->view(cursor.series).data().size;
     return QStringLiteral("point %1 of %2").arg(cursor.index + 1).arg(count);
 }
 

@@ -134,6 +134,29 @@ void ChartWidget::reload()
     update();
 }
 
+void ChartWidget::showLive(std::vector<const KelChartLiveSeries*> series)
+{
+    if (!m_frames)
+        return;
+    m_frames->showLive(std::move(series));
+    m_frames->rescale(size());
+    frameChanged();
+    setPointCursor(m_cursor.series, m_cursor.index);
+    refreshHover();
+    update();
+}
+
+void ChartWidget::liveAppended()
+{
+    if (!m_frames || !m_frames->live())
+        return;
+    m_frames->liveAppended();
+    frameChanged();
+    setPointCursor(m_cursor.series, m_cursor.index);
+    refreshHover();
+    update();
+}
+
 void ChartWidget::rescale()
 {
     if (m_frames)
@@ -570,7 +593,7 @@ void ChartWidget::setPointCursor(std::size_t series, std::size_t index)
     if (m_frames && series != PointCursor::npos) {
         const std::vector<std::size_t> drawn = drawnSeries();
         if (std::find(drawn.begin(), drawn.end(), series) != drawn.end()) {
-            const std::size_t count = m_frames->pipeline().scaling().variable(series).x().size();
+            const std::size_t count = m_frames->view(series).data().size;
             cursor = {series, std::min(index, count - 1)};
         }
     }

@@ -77,6 +77,13 @@ public:
     // title or a range was edited, but no data, unit or binding).
     void reload();
 
+    // Draws these live series, one per variable of the chart, in place of the
+    // variables' own items (see ChartFrames::showLive; LiveFeed does this);
+    // none: back to the variables.
+    void showLive(std::vector<const KelChartLiveSeries*> series);
+    // A new frame after items were appended to the live series.
+    void liveAppended();
+
     // What the hover shows: the cursor's position, then one line per series.
     const QStringList& hoverLines() const { return m_hover; }
     // The cursor's position in axis units ("x = 12.5 h, y = 3.2 degC"), empty outside the plot.
