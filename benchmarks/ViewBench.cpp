@@ -5,17 +5,27 @@
 // frame is the one drawn once the user lets go. The floor is what Qt takes
 // to draw as many vertices as the frame's line has, laid out as a smooth
 // curve that never turns back, with the series' pen.
+//
+// A hover frame is what the chart widget does when the mouse moves: the
+// read-out and nearest points found, the kept picture of the chart drawn
+// with the crosshair and hover box over it. A live frame appends the items
+// that arrived since the last frame (1e5 per second at 60 frames per second)
+// to a rolling window of 1e7 points and draws it, beside a frame of the same
+// window without appends.
 
 #include "ChartFrames.h"
 #include "ChartSetUp.h"
+#include "ChartWidget.h"
 #include "DataBinding.h"
 
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
+#include "KelChartLiveSeries.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QMouseEvent>
 #include <QImage>
 #include <QPainter>
 
@@ -36,7 +46,7 @@ void ensureGuiApplication()
     static char* argv[] = {name, nullptr};
     // Lives until the process ends: fonts need it for every case.
     if (QCoreApplication::instance() == nullptr)
-        new QGuiApplication(argc, argv);
+        new QApplication(argc, argv);
 }
 
 // A random walk at x = 0, 1, ..., drawn as a line, in a chart set up as for a CSV file.
@@ -186,9 +196,94 @@ void ViewFrameFloor(benchmark::State& state)
     state.counters["vertices"] = static_cast<double>(curve.size());
 }
 
+// The widget's paint after a mouse move across the plot, back and forth.
+void ViewHoverFrame(benchmark::State& state)
+{
+    ensureGuiApplication();
+    WalkChart walk(static_cast<std::size_t>(state.range(0)));
+    Orv::Chart::ChartWidget widget;
+    widget.resize(frameSize);
+    widget.setChart(&walk.chart, Orv::Chart::axisPairsOf(walk.chart));
+    widget.show();
+    QImage image(frameSize, QImage::Format_ARGB32_Premultiplied);
+    widget.render(&image);
+    const QRectF plot = widget.frames()->layout().plot();
+    double t = 0.1;
+    for (auto _ : state) {
+        t = t > 0.9 ? 0.1 : t + 0.013;
+        const QPointF at(plot.left() + t * plot.width(), plot.center().y());
+        QMouseEvent move(QEvent::MouseMove, at, widget.mapToGlobal(at.toPoint()), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &move);
+        widget.render(&image);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+    state.counters["hover_lines"] = double(widget.hoverLines().size());
+}
+
+// A rolling window of 1e7 points of a walk, shown by frames of a chart set up for it.
+class LiveWindow {
+public:
+    static constexpr std::size_t window = 10000000;
+
+    LiveWindow()
+        : m_walk(10)
+        , m_live(*m_walk.chart.variables.at(0u), window)
+        , m_frames(m_walk.chart, Orv::Chart::axisPairsOf(m_walk.chart))
+        , m_image(frameSize, QImage::Format_ARGB32_Premultiplied)
+    {
+        append(window);
+        m_frames.showLive({&m_live});
+        m_frames.rescale(frameSize);
+        paint();
+    }
+    void append(std::size_t count)
+    {
+        std::vector<double> x(count), y(count);
+        for (std::size_t k = 0; k < count; ++k) {
+            x[k] = double(m_next++);
+            y[k] = m_y += m_step(m_random);
+        }
+        m_live.append(x.data(), y.data(), count);
+    }
+    void paint()
+    {
+        m_frames.liveAppended();
+        QPainter painter(&m_image);
+        m_frames.paint(painter);
+        benchmark::DoNotOptimize(m_image.constBits());
+    }
+
+private:
+    WalkChart m_walk;
+    KelChartLiveSeries m_live;
+    Orv::Chart::ChartFrames m_frames;
+    QImage m_image;
+    std::size_t m_next = 0;
+    double m_y = 0;
+    std::mt19937_64 m_random{3};
+    std::normal_distribution<double> m_step;
+};
+
+void LiveFrame(benchmark::State& state)
+{
+    ensureGuiApplication();
+    static LiveWindow live;
+    // 1e5 items a second at 60 frames a second.
+    const auto perFrame = static_cast<std::size_t>(state.range(0));
+    for (auto _ : state) {
+        live.append(perFrame);
+        live.paint();
+    }
+    state.counters["items_per_frame"] = double(perFrame);
+}
+
 } // namespace
 
 BENCHMARK(ViewPanFrame)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+// A hundred million points: about 8 GB while the chart's items are read into the cache.
+BENCHMARK(ViewPanFrame)->Name("ViewPanFrame")->Arg(100000000)->Iterations(20)->Unit(benchmark::kMillisecond);
+BENCHMARK(ViewHoverFrame)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(LiveFrame)->Arg(0)->Arg(1667)->Unit(benchmark::kMillisecond);
 BENCHMARK(ViewPanFrameLarge)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ViewSettledFrame)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ViewFrameFloor)->Arg(1000)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
