@@ -1,4 +1,5 @@
 #include "KelChartLiveSeries.h"
+#include "KelChartDecimationSummary_p.h"
 
 #include "KelChartVariable.h"
 
@@ -40,6 +41,16 @@ float high(const Extent& e)
 
 } // namespace
 
+struct KelChartLiveSeries::Numbers {
+    KelChartDecimation::Extent x;
+    KelChartDecimation::Extent y;
+    void add(const Numbers& other)
+    {
+        x.add(other.x);
+        y.add(other.y);
+    }
+};
+
 void KelChartLiveSeries::Undefined::push(double value, std::uint64_t item)
 {
     values.push_back(value);
@@ -76,6 +87,7 @@ void KelChartLiveSeries::Marks::shiftDown(std::size_t by)
 
 KelChartLiveSeries::KelChartLiveSeries(const KelChartVariable& variable, std::size_t limit)
     : m_variable(&variable)
+    , m_summary(std::make_unique<KelChartDecimation::Summary>())
     , m_lastNumberX(none)
 {
     setLimit(limit);
@@ -87,8 +99,8 @@ void KelChartLiveSeries::setLimit(std::size_t items)
 {
     m_limit = items;
     dropBeyondLimit();
-    while (m_summary.levels.size() > levelCap()) {
-        m_summary.levels.pop_back();
+    while (m_summary->levels.size() > levelCap()) {
+        m_summary->levels.pop_back();
         m_numberLevels.pop_back();
     }
     if (m_limit > 0)
@@ -102,13 +114,13 @@ void KelChartLiveSeries::reserve(std::size_t points)
     m_x.reserve(points);
     m_y.reserve(points);
     std::size_t blocks = points / fanOut + 1;
-    m_summary.broken.reserve(blocks / 64 + 1);
+    m_summary->broken.reserve(blocks / 64 + 1);
     for (std::size_t level = 0; level < levelCap(); ++level, blocks = blocks / fanOut + 1) {
-        if (level == m_summary.levels.size()) {
-            m_summary.levels.emplace_back();
+        if (level == m_summary->levels.size()) {
+            m_summary->levels.emplace_back();
             m_numberLevels.emplace_back();
         }
-        m_summary.levels[level].reserve(blocks);
+        m_summary->levels[level].reserve(blocks);
         m_numberLevels[level].reserve(blocks);
     }
 }
@@ -120,7 +132,7 @@ void KelChartLiveSeries::clear()
     m_start = 0;
     m_yUndef = m_xUndef = m_noneDefined = Undefined();
     m_firstItem = m_nextItem = m_completelyUndefined = 0;
-    m_summary = KelChartDecimation::Summary();
+    *m_summary = KelChartDecimation::Summary();
     m_numberLevels.clear();
     m_halfNaN = m_descents = m_nanX = Marks();
     m_lastNumberX = none;
@@ -202,7 +214,7 @@ bool KelChartLiveSeries::summariseFiniteBlock(std::size_t first)
     double probe = 0.0;
     for (std::size_t k = 0; k < fanOut; ++k)
         probe += (x[k] - x[k]) + (y[k] - y[k]);
-    if (probe != 0.0 || m_summary.levels.empty())
+    if (probe != 0.0 || m_summary->levels.empty())
         return false;
     Numbers numbers;
     std::size_t descents = first > m_start && x[0] < m_x[first - 1];
@@ -216,10 +228,10 @@ bool KelChartLiveSeries::summariseFiniteBlock(std::size_t first)
             if (k > m_start && m_x[k] < m_x[k - 1])
                 m_descents.at.push_back(k);
     const std::size_t block = first / fanOut;
-    m_summary.levels[0].push_back(numbers.y);
+    m_summary->levels[0].push_back(numbers.y);
     m_numberLevels[0].push_back(numbers);
-    if (block / 64 == m_summary.broken.size())
-        m_summary.broken.push_back(0);
+    if (block / 64 == m_summary->broken.size())
+        m_summary->broken.push_back(0);
     m_lastNumberX = first + fanOut - 1;
     completeBlock(0, block);
     return true;
@@ -240,20 +252,20 @@ void KelChartLiveSeries::appendPoint(double x, double y)
 void KelChartLiveSeries::summarise(std::size_t k, double x, double y)
 {
     const std::size_t block = k / fanOut;
-    if (m_summary.levels.empty()) {
-        m_summary.levels.emplace_back();
+    if (m_summary->levels.empty()) {
+        m_summary->levels.emplace_back();
         m_numberLevels.emplace_back();
     }
-    if (block == m_summary.levels[0].size()) {
-        m_summary.levels[0].emplace_back();
+    if (block == m_summary->levels[0].size()) {
+        m_summary->levels[0].emplace_back();
         m_numberLevels[0].emplace_back();
-        if (block / 64 == m_summary.broken.size())
-            m_summary.broken.push_back(0);
+        if (block / 64 == m_summary->broken.size())
+            m_summary->broken.push_back(0);
     }
     if (std::isfinite(x) && std::isfinite(y))
-        m_summary.levels[0][block].add(y);
+        m_summary->levels[0][block].add(y);
     else
-        m_summary.broken[block / 64] |= std::uint64_t(1) << (block % 64);
+        m_summary->broken[block / 64] |= std::uint64_t(1) << (block % 64);
     const bool xNaN = std::isnan(x);
     if (xNaN != std::isnan(y))
         m_halfNaN.at.push_back(k);
@@ -277,16 +289,16 @@ void KelChartLiveSeries::completeBlock(std::size_t level, std::size_t block)
 {
     if (level + 1 >= levelCap())
         return;
-    if (m_summary.levels.size() == level + 1) {
-        m_summary.levels.emplace_back();
+    if (m_summary->levels.size() == level + 1) {
+        m_summary->levels.emplace_back();
         m_numberLevels.emplace_back();
     }
     const std::size_t parent = block / fanOut;
-    if (parent >= m_summary.levels[level + 1].size()) {
-        m_summary.levels[level + 1].resize(parent + 1);
+    if (parent >= m_summary->levels[level + 1].size()) {
+        m_summary->levels[level + 1].resize(parent + 1);
         m_numberLevels[level + 1].resize(parent + 1);
     }
-    m_summary.levels[level + 1][parent].add(m_summary.levels[level][block]);
+    m_summary->levels[level + 1][parent].add(m_summary->levels[level][block]);
     m_numberLevels[level + 1][parent].add(m_numberLevels[level][block]);
     if ((block + 1) % fanOut == 0)
         completeBlock(level + 1, parent);
@@ -307,7 +319,7 @@ std::size_t KelChartLiveSeries::levelCap() const
 
 std::size_t KelChartLiveSeries::alignment() const
 {
-    return std::max(pointsPerBlock(std::max<std::size_t>(m_summary.levels.size(), levelCap())), wordOfBlocks);
+    return std::max(pointsPerBlock(std::max<std::size_t>(m_summary->levels.size(), levelCap())), wordOfBlocks);
 }
 
 // Points alone are dropped in one step; undefined items among them one by one.
@@ -355,13 +367,13 @@ void KelChartLiveSeries::compact(std::size_t shift)
     m_x.erase(m_x.begin(), m_x.begin() + static_cast<std::ptrdiff_t>(shift));
     m_y.erase(m_y.begin(), m_y.begin() + static_cast<std::ptrdiff_t>(shift));
     m_start -= shift;
-    for (std::size_t level = 0; level < m_summary.levels.size(); ++level) {
-        const auto blocks = static_cast<std::ptrdiff_t>(std::min(shift / pointsPerBlock(level + 1), m_summary.levels[level].size()));
-        m_summary.levels[level].erase(m_summary.levels[level].begin(), m_summary.levels[level].begin() + blocks);
+    for (std::size_t level = 0; level < m_summary->levels.size(); ++level) {
+        const auto blocks = static_cast<std::ptrdiff_t>(std::min(shift / pointsPerBlock(level + 1), m_summary->levels[level].size()));
+        m_summary->levels[level].erase(m_summary->levels[level].begin(), m_summary->levels[level].begin() + blocks);
         m_numberLevels[level].erase(m_numberLevels[level].begin(), m_numberLevels[level].begin() + blocks);
     }
-    const auto words = static_cast<std::ptrdiff_t>(std::min(shift / wordOfBlocks, m_summary.broken.size()));
-    m_summary.broken.erase(m_summary.broken.begin(), m_summary.broken.begin() + words);
+    const auto words = static_cast<std::ptrdiff_t>(std::min(shift / wordOfBlocks, m_summary->broken.size()));
+    m_summary->broken.erase(m_summary->broken.begin(), m_summary->broken.begin() + words);
     m_halfNaN.shiftDown(shift);
     m_descents.shiftDown(shift);
     m_nanX.shiftDown(shift);
@@ -396,9 +408,9 @@ bool KelChartLiveSeries::ordered() const
 const KelChartDecimation::Summary& KelChartLiveSeries::summary() const
 {
     if (m_summarised == m_generation)
-        return m_summary;
+        return *m_summary;
     m_summarised = m_generation;
-    KelChartDecimation::Summary& s = m_summary;
+    KelChartDecimation::Summary& s = *m_summary;
     const KelChartDecimatedView::Data points = data();
     s.origin = m_start;
     s.ordered = ordered();
@@ -516,8 +528,8 @@ const KelChartVariableCache& KelChartLiveSeries::cache() const
 
 std::size_t KelChartLiveSeries::memoryBytes() const
 {
-    std::size_t bytes = (m_x.capacity() + m_y.capacity()) * sizeof(double) + m_summary.broken.capacity() * sizeof(std::uint64_t);
-    for (const auto& level : m_summary.levels)
+    std::size_t bytes = (m_x.capacity() + m_y.capacity()) * sizeof(double) + m_summary->broken.capacity() * sizeof(std::uint64_t);
+    for (const auto& level : m_summary->levels)
         bytes += level.capacity() * sizeof(Extent);
     for (const auto& level : m_numberLevels)
         bytes += level.capacity() * sizeof(Numbers);

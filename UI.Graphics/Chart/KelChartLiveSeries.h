@@ -24,13 +24,13 @@
 
 #include "OrvChartExport.h"
 #include "KelChartDecimatedView.h"
-#include "KelChartDecimationSummary_p.h"
 #include "KelChartVariableCache.h"
 
 #include "BoundingBox.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 class KelChartVariable;
@@ -77,16 +77,8 @@ public:
 private:
     friend class KelChartDecimatedView;
 
-    // The extents of points without a NaN component, by block, as `levels`.
-    struct Numbers {
-        KelChartDecimation::Extent x;
-        KelChartDecimation::Extent y;
-        void add(const Numbers& other)
-        {
-            x.add(other.x);
-            y.add(other.y);
-        }
-    };
+    // The extents of points without a NaN component, by block, as the summary's levels.
+    struct Numbers;
     // Items with an undefined component, oldest first from `begin`.
     struct Undefined {
         std::vector<double> values;
@@ -142,7 +134,7 @@ private:
     std::uint64_t m_completelyUndefined = 0;
     // The summary's levels and broken blocks count by storage index and are
     // kept up to date as points arrive; the rest is found per request.
-    mutable KelChartDecimation::Summary m_summary;
+    std::unique_ptr<KelChartDecimation::Summary> m_summary;
     std::vector<std::vector<Numbers>> m_numberLevels;
     Marks m_halfNaN;
     // Points whose x lies below their predecessor's, and points with a NaN x.
