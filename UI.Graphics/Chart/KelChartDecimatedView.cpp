@@ -232,15 +232,8 @@ private:
     // Whole blocks are taken from the level above; only the ragged ends are scanned.
     void collect(std::size_t level, std::size_t begin, std::size_t end, Extremes& found) const
     {
-        if (level >= m_levels.size() || end - begin <= 2 * fanOut) {
-            scan(level, begin, end, found);
-            return;
-        }
-        const std::size_t first = (begin + fanOut - 1) / fanOut;
-        const std::size_t last = end / fanOut;
-        scan(level, begin, first * fanOut, found);
-        scan(level, last * fanOut, end, found);
-        collect(level + 1, first, last, found);
+        KelChartDecimation::coverByBlocks(m_levels.size(), level, begin, end,
+                                          [&](std::size_t at, std::size_t from, std::size_t to) { scan(at, from, to, found); });
     }
     // Down from a block to the first of its points that holds the value.
     std::size_t descend(std::size_t level, std::size_t k, double value, double Extent::*side) const

@@ -39,6 +39,23 @@ struct Extent {
     }
 };
 
+// Covers [begin, end) of `level` (0: the points) with whole blocks of the
+// levels above, `levels` of them: `scan(level, from, to)` takes the ragged
+// ends at each level and what is left at the top.
+template <class Scan>
+void coverByBlocks(std::size_t levels, std::size_t level, std::size_t begin, std::size_t end, const Scan& scan)
+{
+    if (level >= levels || end - begin <= 2 * fanOut) {
+        scan(level, begin, end);
+        return;
+    }
+    const std::size_t first = (begin + fanOut - 1) / fanOut;
+    const std::size_t last = end / fanOut;
+    scan(level, begin, first * fanOut);
+    scan(level, last * fanOut, end);
+    coverByBlocks(levels, level + 1, first, last, scan);
+}
+
 struct Summary {
     bool ordered = true;
     // The data's first point, counted in storage elements.

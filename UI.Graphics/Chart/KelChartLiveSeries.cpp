@@ -368,7 +368,8 @@ void KelChartLiveSeries::compact(std::size_t shift)
     m_y.erase(m_y.begin(), m_y.begin() + static_cast<std::ptrdiff_t>(shift));
     m_start -= shift;
     for (std::size_t level = 0; level < m_summary->levels.size(); ++level) {
-        const auto blocks = static_cast<std::ptrdiff_t>(std::min(shift / pointsPerBlock(level + 1), m_summary->levels[level].size()));
+        const auto blocks =
+            static_cast<std::ptrdiff_t>(std::min(shift / pointsPerBlock(level + 1), m_summary->levels[level].size()));
         m_summary->levels[level].erase(m_summary->levels[level].begin(), m_summary->levels[level].begin() + blocks);
         m_numberLevels[level].erase(m_numberLevels[level].begin(), m_numberLevels[level].begin() + blocks);
     }
@@ -382,12 +383,9 @@ void KelChartLiveSeries::compact(std::size_t shift)
 
 KelChartDecimatedView::Data KelChartLiveSeries::data() const
 {
-    return {m_x.data() + m_start,
-            m_y.data() + m_start,
-            m_x.size() - m_start,
-            m_yUndef.values.data() + m_yUndef.begin,
-            m_yUndef.size(),
-            m_xUndef.values.data() + m_xUndef.begin,
+    return {m_x.data() + m_start, m_y.data() + m_start,
+            m_x.size() - m_start, m_yUndef.values.data() + m_yUndef.begin,
+            m_yUndef.size(),      m_xUndef.values.data() + m_xUndef.begin,
             m_xUndef.size()};
 }
 
@@ -396,7 +394,8 @@ KelChartDecimatedView::Data KelChartLiveSeries::data() const
 bool KelChartLiveSeries::ordered() const
 {
     const auto firstAtOrAfter = [](const Marks& marks, std::size_t k) {
-        const auto at = std::lower_bound(marks.at.begin() + static_cast<std::ptrdiff_t>(marks.begin), marks.at.end(), k);
+        const auto at =
+            std::lower_bound(marks.at.begin() + static_cast<std::ptrdiff_t>(marks.begin), marks.at.end(), k);
         return at == marks.at.end() ? none : *at;
     };
     if (firstAtOrAfter(m_descents, m_start + 1) != none)
@@ -435,25 +434,20 @@ KelChartLiveSeries::Numbers KelChartLiveSeries::numbersIn(std::size_t begin, std
     return out;
 }
 
-// Whole blocks from the level above, the ragged ends point by point.
+// Whole blocks from the levels above, the ragged ends point by point.
 void KelChartLiveSeries::collectNumbers(std::size_t level, std::size_t begin, std::size_t end, Numbers& out) const
 {
-    if (level >= m_numberLevels.size() || end - begin <= 2 * fanOut) {
-        for (std::size_t k = begin; k < end; ++k) {
-            if (level > 0) {
-                out.add(m_numberLevels[level - 1][k]);
+    const auto take = [&](std::size_t at, std::size_t from, std::size_t to) {
+        for (std::size_t k = from; k < to; ++k) {
+            if (at > 0) {
+                out.add(m_numberLevels[at - 1][k]);
             } else if (!std::isnan(m_x[k]) && !std::isnan(m_y[k])) {
                 out.x.add(m_x[k]);
                 out.y.add(m_y[k]);
             }
         }
-        return;
-    }
-    const std::size_t first = (begin + fanOut - 1) / fanOut;
-    const std::size_t last = end / fanOut;
-    collectNumbers(level, begin, first * fanOut, out);
-    collectNumbers(level, last * fanOut, end, out);
-    collectNumbers(level + 1, first, last, out);
+    };
+    KelChartDecimation::coverByBlocks(m_numberLevels.size(), level, begin, end, take);
 }
 
 // The item number of the first kept point: the first kept item that is not
@@ -502,7 +496,9 @@ Orv::Math::BoundingBox KelChartLiveSeries::bounds() const
         extent.x.add(m_yUndef.values[k]);
     for (std::size_t k = m_xUndef.begin; k < m_xUndef.values.size(); ++k)
         extent.y.add(m_xUndef.values[k]);
-    const auto smallest = [](double first, const Extent& e) { return std::isnan(first) ? first : std::min(e.min, first); };
+    const auto smallest = [](double first, const Extent& e) {
+        return std::isnan(first) ? first : std::min(e.min, first);
+    };
     if (m_xUndef.size() > 0)
         extent.x.add(smallest(firstDefined(m_x, m_yUndef), extent.x));
     if (m_yUndef.size() > 0)
@@ -528,7 +524,8 @@ const KelChartVariableCache& KelChartLiveSeries::cache() const
 
 std::size_t KelChartLiveSeries::memoryBytes() const
 {
-    std::size_t bytes = (m_x.capacity() + m_y.capacity()) * sizeof(double) + m_summary->broken.capacity() * sizeof(std::uint64_t);
+    std::size_t bytes =
+        (m_x.capacity() + m_y.capacity()) * sizeof(double) + m_summary->broken.capacity() * sizeof(std::uint64_t);
     for (const auto& level : m_summary->levels)
         bytes += level.capacity() * sizeof(Extent);
     for (const auto& level : m_numberLevels)

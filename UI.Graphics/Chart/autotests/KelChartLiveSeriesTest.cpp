@@ -74,13 +74,27 @@ protected:
     static void odden(Item& item, int kind)
     {
         switch (kind) {
-        case 0: item.yUndefined = true; break;
-        case 1: item.xUndefined = true; break;
-        case 2: item.y = float(nan); break;
-        case 3: item.x = float(nan); break;
-        case 4: item.y = -float(infinity); break;
-        case 5: item.y = float(infinity); break;
-        default: item.xUndefined = item.yUndefined = true; break;
+        case 0:
+            item.yUndefined = true;
+            break;
+        case 1:
+            item.xUndefined = true;
+            break;
+        case 2:
+            item.y = float(nan);
+            break;
+        case 3:
+            item.x = float(nan);
+            break;
+        case 4:
+            item.y = -float(infinity);
+            break;
+        case 5:
+            item.y = float(infinity);
+            break;
+        default:
+            item.xUndefined = item.yUndefined = true;
+            break;
         }
     }
     void feed(KelChartLiveSeries& live, const std::vector<Item>& items, std::size_t from, std::size_t to)
@@ -143,11 +157,12 @@ protected:
         const double x1 = cache.bounds().max().x();
         for (const double from : {0.0, 0.3, 0.9})
             for (const long columns : {7L, 640L})
-                EXPECT_EQ(live.lines(x0 + from * (x1 - x0), x1, columns), built.lines(x0 + from * (x1 - x0), x1, columns))
+                EXPECT_EQ(live.lines(x0 + from * (x1 - x0), x1, columns),
+                          built.lines(x0 + from * (x1 - x0), x1, columns))
                     << from << " " << columns;
         KelChartDecimatedView::Placement placement;
-        placement.matrix = Orv::Math::Matrix::ortho(float(x0), float(x1), cache.bounds().min().y(),
-                                                    cache.bounds().max().y(), -1, 1);
+        placement.matrix =
+            Orv::Math::Matrix::ortho(float(x0), float(x1), cache.bounds().min().y(), cache.bounds().max().y(), -1, 1);
         placement.width = 300;
         placement.height = 200;
         placement.bottom = 200;
