@@ -3,8 +3,6 @@
 #include "KelChartAxisDiscrete.h"
 #include "KelChartAxisTime.h"
 
-#include "TimeZone.h"
-
 #include <date/date.h>
 
 #include <algorithm>
@@ -41,28 +39,13 @@ QString unitSince(std::int64_t originMicroseconds)
                              static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
 }
 
-std::int64_t originOf(const std::vector<std::int64_t>& instants, const std::vector<bool>& undefined)
-{
-    constexpr std::int64_t gregorianOnly = -12219292800LL * 1000000; // 1582-10-15
-    for (std::size_t i = 0; i < instants.size(); ++i) {
-        if (!undefined[i])
-            return instants[i] < gregorianOnly ? 0 : floorToDay(instants[i]);
-    }
-    return 0;
-}
-
 PlacedTimes placeTimes(const std::vector<ParsedTime>& times, const std::vector<bool>& undefined,
                        const QString& zoneName)
 {
-    const Orv::Math::TimeZone zone(zoneName.toStdString());
-    std::vector<std::int64_t> instants(times.size());
-    std::transform(times.begin(), times.end(), instants.begin(), [&zone](const ParsedTime& time) {
-        return time.utc ? time.microseconds : zone.toUtc(time.microseconds);
-    });
-    const std::int64_t origin = originOf(instants, undefined);
-    PlacedTimes placed{std::vector<float>(times.size()), unitSince(origin)};
-    for (std::size_t i = 0; i < instants.size(); ++i)
-        placed.values[i] = undefined[i] ? NAN : static_cast<float>(static_cast<double>(instants[i] - origin) * 1e-6);
+    const TimePlacement placement(zoneName, times, undefined);
+    PlacedTimes placed{std::vector<float>(times.size()), placement.unit()};
+    for (std::size_t i = 0; i < times.size(); ++i)
+        placed.values[i] = undefined[i] ? NAN : placement.place(times[i]);
     return placed;
 }
 
@@ -74,14 +57,38 @@ std::vector<ParsedTime> timesOfRows(const std::vector<ParsedTime>& times, const 
     return picked;
 }
 
-// The time zone of a variable's x axis: its own when it is a time axis.
-QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable)
+} // namespace
+
+TimePlacement::TimePlacement(const QString& zone, const std::vector<ParsedTime>& times,
+                             const std::vector<bool>& undefined)
+    : m_zone(zone.toStdString())
+{
+    constexpr std::int64_t gregorianOnly = -12219292800LL * 1000000; // 1582-10-15
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        if (!undefined[i]) {
+            const std::int64_t first = instantOf(times[i]);
+            m_origin = first < gregorianOnly ? 0 : floorToDay(first);
+            break;
+        }
+    }
+    m_unit = unitSince(m_origin);
+}
+
+QString TimePlacement::zoneOf(const AxisPairs& pairs, const KelChartVariable& variable)
 {
     const auto* time = dynamic_cast<const KelChartAxisTime*>(pairs.find(variable.xAxis.get()));
     return time ? time->timeZone.get() : QStringLiteral("UTC");
 }
 
-} // namespace
+std::int64_t TimePlacement::instantOf(const ParsedTime& time) const
+{
+    return time.utc ? time.microseconds : m_zone.toUtc(time.microseconds);
+}
+
+float TimePlacement::place(const ParsedTime& time) const
+{
+    return static_cast<float>(static_cast<double>(instantOf(time) - m_origin) * 1e-6);
+}
 
 QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, DataSet data)
 {
@@ -99,11 +106,11 @@ QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, Da
             discrete->labels.setLabels(data.categories);
         if (data.timeX && !series.rows.empty()) {
             const PlacedTimes placed = placeTimes(timesOfRows(data.xTimes, series.rows), series.x.undefined,
-                                                  zoneOf(pairs, *variable));
+                                                  TimePlacement::zoneOf(pairs, *variable));
             series.x.values = placed.values;
             series.x.unit = placed.unit;
         } else if (data.timeX) {
-            const QString zone = zoneOf(pairs, *variable);
+            const QString zone = TimePlacement::zoneOf(pairs, *variable);
             auto placed = placedByZone.find(zone);
             if (placed == placedByZone.end())
                 placed = placedByZone.emplace(zone, placeTimes(data.xTimes, series.x.undefined, zone)).first;

@@ -11,10 +11,38 @@
 #include "ElementClasses.h"
 
 #include "KelChartVariableList.h"
+#include "TimeZone.h"
 
 #include <QStringList>
 
+#include <cstdint>
+#include <vector>
+
 namespace Orv::Chart {
+
+// How bindData makes x values of times: wall-clock times read in a zone (UTC
+// instants as they are), as float seconds since the UTC midnight that begins
+// the day of the first defined time. Items that arrive after binding are
+// placed by the same origin, so that they continue the bound ones exactly.
+class ORV_CHARTIO_EXPORT TimePlacement {
+public:
+    // The origin is that of the first time not flagged undefined; 1970 without
+    // one, or for dates before the Gregorian reform.
+    TimePlacement(const QString& zone, const std::vector<ParsedTime>& times, const std::vector<bool>& undefined);
+    // The zone a variable's times are read in: its x axis's own when that is a time axis, else UTC.
+    static QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable);
+
+    float place(const ParsedTime& time) const;
+    // "s since 2012-01-01 00:00:00 UTC"
+    const QString& unit() const { return m_unit; }
+
+private:
+    std::int64_t instantOf(const ParsedTime& time) const;
+
+    Orv::Math::TimeZone m_zone;
+    std::int64_t m_origin = 0;
+    QString m_unit;
+};
 
 // Returns the names of the series that found no variable.
 ORV_CHARTIO_EXPORT QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, DataSet data);

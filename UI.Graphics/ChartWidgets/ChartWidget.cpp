@@ -150,6 +150,9 @@ void ChartWidget::liveAppended()
 {
     if (!m_frames || !m_frames->live())
         return;
+    // A stream moves the picture as a drag does: plain frames while items
+    // arrive, the settled one once they stop.
+    settleSoon();
     m_frames->liveAppended();
     frameChanged();
     setPointCursor(m_cursor.series, m_cursor.index);

@@ -81,7 +81,8 @@ public:
     // variables' own items (see ChartFrames::showLive; LiveFeed does this);
     // none: back to the variables.
     void showLive(std::vector<const KelChartLiveSeries*> series);
-    // A new frame after items were appended to the live series.
+    // A new frame after items were appended to the live series: an
+    // interactive one while they keep coming, the settled one when they stop.
     void liveAppended();
 
     // What the hover shows: the cursor's position, then one line per series.

@@ -86,10 +86,29 @@ void ChartDocument::build(Chart::DataSet data)
         m_root = std::move(chart);
     }
     m_pairs = Chart::axisPairsOf(*m_root);
-    if (KelChart* chart = this->chart()) {
-        for (const QString& name : Chart::bindData(chart->variables, m_pairs, std::move(data)))
-            m_notes << QStringLiteral("the chart has no variable \"%1\" for that data series").arg(name);
-    }
+    if (KelChart* chart = this->chart())
+        noteUnbound(Chart::bindData(chart->variables, m_pairs, std::move(data)));
+}
+
+void ChartDocument::noteUnbound(const QStringList& names)
+{
+    for (const QString& name : names)
+        m_notes << QStringLiteral("the chart has no variable \"%1\" for that data series").arg(name);
+}
+
+std::unique_ptr<ChartDocument> ChartDocument::forLive(const Chart::DataSet& table, const QString& name,
+                                                      const Binder& bind)
+{
+    std::unique_ptr<ChartDocument> document(new ChartDocument);
+    const LogRelay relay([&document](const QString& warning) { document->m_warnings << warning; });
+    document->m_notes = table.notes;
+    auto chart = std::make_unique<KelChart2D>(document->m_group);
+    Chart::setUpChartForData(*chart, table, name);
+    document->m_root = std::move(chart);
+    document->m_pairs = Chart::axisPairsOf(*document->m_root);
+    if (bind)
+        document->noteUnbound(bind(document->chart()->variables, document->m_pairs));
+    return document;
 }
 
 KelChart* ChartDocument::chart()

@@ -17,6 +17,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace kelview {
@@ -34,6 +35,11 @@ public:
     static std::unique_ptr<ChartDocument> open(const QString& chartPath, const QString& dataPath);
     // A chart file or a data file, told apart by `isDataFile`.
     static std::unique_ptr<ChartDocument> open(const QString& path);
+    // Hands a live table's first data to the chart's variables; gives the series that found none.
+    using Binder = std::function<QStringList(KelChartVariableList& variables, const Orv::Chart::AxisPairs& pairs)>;
+    // A chart set up for a live table, titled `name`; without `bind` its variables stay without data.
+    static std::unique_ptr<ChartDocument> forLive(const Orv::Chart::DataSet& table, const QString& name,
+                                                  const Binder& bind = {});
 
     KelProperties& root() { return *m_root; }
     // The root as a chart with axes, or null when it has none to draw.
@@ -55,6 +61,7 @@ public:
 private:
     ChartDocument() = default;
     void build(Orv::Chart::DataSet data);
+    void noteUnbound(const QStringList& names);
 
     KelModifiedGroup m_group;
     std::unique_ptr<KelProperties> m_root;

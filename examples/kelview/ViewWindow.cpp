@@ -101,6 +101,7 @@ ViewWindow::~ViewWindow()
 // The model and the views point into the document's tree: they let go of it first.
 void ViewWindow::releaseDocument()
 {
+    Q_EMIT documentReleasing();
     m_chart->setChart(nullptr, {});
     m_editor->setModel(nullptr);
     delete m_model;
@@ -336,10 +337,15 @@ bool ViewWindow::openFile(const QString& path)
         return false;
     }
     m_opening = false;
-    releaseDocument();
-    m_document = std::move(next);
-    showDocument();
+    replaceDocument(std::move(next));
     return true;
+}
+
+void ViewWindow::replaceDocument(std::unique_ptr<ChartDocument> document)
+{
+    releaseDocument();
+    m_document = std::move(document);
+    showDocument();
 }
 
 bool ViewWindow::save(const QString& path)

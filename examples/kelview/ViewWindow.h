@@ -62,6 +62,8 @@ public:
     // Shows a chart or data file in place of the chart, without asking about
     // unsaved changes; gives false and shows why when it cannot, keeping the chart.
     bool openFile(const QString& path);
+    // Shows another document in place of the chart, without asking about unsaved changes.
+    void replaceDocument(std::unique_ptr<ChartDocument> document);
     // Writes the chart file; gives false and shows why when it cannot.
     bool save(const QString& path);
     // After the tree was changed outside the editor: new rows, new frame.
@@ -71,6 +73,10 @@ public:
     // How the window asks whether to save before changes are lost; a dialog
     // unless replaced.
     void setSavePrompt(std::function<SaveAnswer()> prompt) { m_savePrompt = std::move(prompt); }
+
+Q_SIGNALS:
+    // The document is about to go: what points into its chart lets go of it now.
+    void documentReleasing();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

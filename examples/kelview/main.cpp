@@ -1,6 +1,7 @@
 // The interactive view: a chart window with a property editor.
 #include "ChartWidget.h"
 #include "Failure.h"
+#include "LiveView.h"
 #include "ViewOptions.h"
 #include "ViewWindow.h"
 
@@ -51,7 +52,11 @@ int main(int argc, char* argv[])
     QTextStream err(stderr);
     try {
         const kelview::ViewOptions options = kelview::ViewOptions::parse(QCoreApplication::arguments());
-        kelview::ViewWindow window(kelview::ChartDocument::open(options.chartPath, options.csvPath));
+        std::unique_ptr<kelview::LiveSource> live = kelview::LiveSource::open(options.live);
+        kelview::ViewWindow window(live ? kelview::LiveView::waiting(live->name())
+                                        : kelview::ChartDocument::open(options.chartPath, options.csvPath));
+        if (live)
+            new kelview::LiveView(window, std::move(live), options.live);
         window.resize(options.size);
         window.editorDock()->setVisible(options.editor);
         window.setChartLocale(chartLocale(options));

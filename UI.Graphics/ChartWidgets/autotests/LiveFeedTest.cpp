@@ -12,6 +12,7 @@
 #include "KelChartLiveSeries.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,12 @@ TEST_F(LiveFeedTest, ALiveFrameLooksLikeTheFrameOfTheSameData)
     feed.drain();
     EXPECT_EQ(feed.series(0).items(), 20000u);
     EXPECT_EQ(feed.framesDrawn(), 1u);
+    // Frames are plain while items arrive; the settled one follows when they stop.
+    EXPECT_TRUE(widget->frames()->interactive());
+    QElapsedTimer waited;
+    waited.start();
+    while (widget->frames()->interactive() && waited.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     const QImage live = widget->image();
     EXPECT_EQ(OrvTest::differingFraction(cached, live), 0.0) << OrvTest::saveImage(live, "live");
 }
