@@ -41,13 +41,11 @@ struct Extent {
 };
 
 // The y extent of a series' points whose x lies in [from, to].
-void addVisible(const KelChartVariableCache& cache, double from, double to, Extent& extent)
+void addVisible(const KelChartDecimatedView::Data& points, double from, double to, Extent& extent)
 {
-    const auto& xs = cache.x();
-    const auto& ys = cache.y();
-    for (std::size_t k = 0; k < xs.size() && k < ys.size(); ++k)
-        if (xs[k] >= from && xs[k] <= to)
-            extent.add(ys[k]);
+    for (std::size_t k = 0; k < points.size; ++k)
+        if (points.x[k] >= from && points.x[k] <= to)
+            extent.add(points.y[k]);
 }
 
 } // namespace
@@ -148,8 +146,9 @@ void AxisRanges::zoomTo(const QRectF& rect) const
     }
 }
 
-void AxisRanges::fitVertical(const Orv::Chart::Plot& pipeline) const
+void AxisRanges::fitVertical(const ChartFrames& frames) const
 {
+    const Orv::Chart::Plot& pipeline = frames.pipeline();
     const KelChartPerVariableScaling& scaling = pipeline.scaling();
     for (std::size_t index = 0; index < m_spans.size(); ++index) {
         const AxisSpan& span = m_spans[index];
@@ -164,7 +163,7 @@ void AxisRanges::fitVertical(const Orv::Chart::Plot& pipeline) const
                 continue;
             const PlotAxis* x = pipeline.axis(cache.variable().xAxis.get());
             if (x != nullptr && !x->discrete)
-                addVisible(cache, std::min(x->min, x->max), std::max(x->min, x->max), extent);
+                addVisible(frames.view(i).data(), std::min(x->min, x->max), std::max(x->min, x->max), extent);
         }
         if (extent.empty())
             continue;

@@ -9,6 +9,7 @@
 // view window ("viewMin", "viewMax"), so that bars stay on their hours.
 
 #include "OrvChartWidgetsExport.h"
+#include "ChartFrames.h"
 #include "ChartLayout.h"
 #include "ElementClasses.h"
 #include "Plot.h"
@@ -63,8 +64,9 @@ public:
     std::size_t spanAt(QPointF pixel) const;
     // The vertical axes to the data inside the horizontal ranges shown, with
     // a margin of 5% at each end; axes without such data keep their ranges.
-    // `pipeline` is the frame's the ranges were taken from.
-    void fitVertical(const Orv::Chart::Plot& pipeline) const;
+    // `frames` are those the ranges were taken from; their views give the
+    // points, live series included.
+    void fitVertical(const ChartFrames& frames) const;
     // Moves the ranges so that the value under `from` comes under `to`; all
     // of them, or only the span at that index.
     void pan(QPointF from, QPointF to, std::size_t only = npos) const;

@@ -271,7 +271,7 @@ void ChartWidget::fitY()
 {
     if (!m_frames)
         return;
-    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout()).fitVertical(m_frames->pipeline());
+    AxisRanges(m_frames->pipeline(), m_frames->pairs(), m_frames->layout()).fitVertical(*m_frames);
     rangesWritten();
     viewChosen();
 }

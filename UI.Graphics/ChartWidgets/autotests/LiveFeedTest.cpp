@@ -144,7 +144,7 @@ TEST_F(LiveFeedTest, TheXAxisFollowsTheNewestItemsAndPausingHoldsTheView)
     EXPECT_FLOAT_EQ(float(x.max.get()), float(5.999));
 }
 
-TEST_F(LiveFeedTest, TheHoverReadsTheLiveSeries)
+TEST_F(LiveFeedTest, TheHoverAndFitYReadTheLiveSeries)
 {
     build(10);
     Orv::Chart::LiveFeed feed(*widget);
@@ -155,6 +155,13 @@ TEST_F(LiveFeedTest, TheHoverReadsTheLiveSeries)
         Orv::Chart::HoverText::at(*widget->frames(), plot.center(), QLocale::c());
     ASSERT_EQ(hover.hits.size(), seriesCount);
     EXPECT_NEAR(double(hover.hits[0].index), 1500.0, 30.0);
+
+    // Fit y finds the live points inside the x range shown.
+    auto& y = dynamic_cast<KelChartAxisContinuous&>(*widget->frames()->pairs().y->first());
+    widget->fitY();
+    EXPECT_FALSE(y.autoScale.get());
+    EXPECT_LT(y.min.get(), -1.0);
+    EXPECT_GT(y.max.get(), 1.0);
 }
 
 } // namespace
