@@ -102,6 +102,9 @@ void LiveView::connectSource()
     connect(m_source.get(), &LiveSource::remark, this,
             [this](const QString& text) { m_window.messageBar()->add(text); });
     connect(m_source.get(), &LiveSource::ended, this, [this](const QString& text) {
+        // The last rows were posted before the end was told: draw them now, not a frame later.
+        if (m_feed)
+            m_feed->drain();
         m_window.messageBar()->add(text);
         m_status->setText(text);
         m_meter->stop();
