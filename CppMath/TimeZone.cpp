@@ -1,9 +1,12 @@
 #include "TimeZone.h"
+#include "ZoneRule.h"
 
 #include <date/tz.h>
 
 #include <algorithm>
 #include <chrono>
+#include <map>
+#include <mutex>
 #include <stdexcept>
 
 namespace Orv::Math {
@@ -65,6 +68,65 @@ std::string formatAt(const date::time_zone* zone, std::int64_t utcMicroseconds, 
     return date::format(pattern, date::make_zoned(zone, instant));
 }
 
+// Local times this far after the last listed transition are read by the rule alone.
+constexpr std::int64_t RuleMargin = std::int64_t{2} * 86400;
+
+// The rule of a zone whose listed transitions end, when it changes the clocks, and where the
+// listed ones end. Each zone's file is read once.
+std::shared_ptr<const ZoneRule> ruleOf(const std::string& name, const date::time_zone* zone, std::int64_t& from)
+{
+    using namespace date;
+    if (!zone)
+        return nullptr;
+    const sys_info last = zone->get_info(sys_days(year(2500) / January / 1));
+    if (last.end < sys_days(year(2600) / January / 1))
+        return nullptr;
+    from = last.begin.time_since_epoch().count();
+    static std::mutex mutex;
+    static std::map<std::string, std::shared_ptr<const ZoneRule>> rules;
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto known = rules.find(name);
+    if (known != rules.end())
+        return known->second;
+    std::optional<ZoneRule> rule = ZoneRule::ofFile("/usr/share/zoneinfo/" + name);
+    std::shared_ptr<const ZoneRule> kept;
+    if (rule && rule->hasDaylightSaving())
+        kept = std::make_shared<const ZoneRule>(std::move(*rule));
+    rules.emplace(name, kept);
+    return kept;
+}
+
+// "%Z" and "%z" written out, so that a wall-clock time without a zone can be formatted.
+std::string withZone(const std::string& pattern, const std::string& abbreviation, std::int64_t offset)
+{
+    std::string out;
+    for (std::size_t k = 0; k < pattern.size(); ++k) {
+        if (pattern[k] != '%' || k + 1 == pattern.size()) {
+            out += pattern[k];
+            continue;
+        }
+        const char what = pattern[++k];
+        if (what == 'Z') {
+            out += abbreviation;
+        } else if (what == 'z') {
+            const std::int64_t minutes = (offset < 0 ? -offset : offset) / 60;
+            const char digits[] = {char('0' + minutes / 600), char('0' + minutes / 60 % 10),
+                                   char('0' + minutes % 60 / 10), char('0' + minutes % 10), '\0'};
+            out += (offset < 0 ? "-" : "+") + std::string(digits);
+        } else {
+            out += '%';
+            out += what;
+        }
+    }
+    return out;
+}
+
+template <typename Duration>
+std::string formatLocal(std::int64_t localMicroseconds, const std::string& pattern)
+{
+    return date::format(pattern, date::floor<Duration>(date::local_time<Microseconds>(Microseconds(localMicroseconds))));
+}
+
 } // namespace
 
 TimeZone::TimeZone()
@@ -77,6 +139,12 @@ TimeZone::TimeZone(const std::string& ianaName)
     , m_zone(lookUp(ianaName))
     , m_valid(m_zone != nullptr)
 {
+    m_rule = ruleOf(ianaName, m_zone, m_ruleFrom);
+}
+
+bool TimeZone::ruled(std::int64_t utcSeconds) const
+{
+    return m_rule && utcSeconds >= m_ruleFrom;
 }
 
 bool TimeZone::known(const std::string& ianaName)
@@ -88,6 +156,12 @@ TimeZone::Period TimeZone::period(std::int64_t utcMicroseconds) const
 {
     if (!m_zone)
         return {-Limit, Limit, 0};
+    const std::int64_t seconds = floorSeconds(clamped(utcMicroseconds)).count();
+    if (ruled(seconds)) {
+        const ZoneRule::Period rule = m_rule->at(seconds);
+        return {microsecondsOf(Seconds(std::max(rule.begin, m_ruleFrom))), microsecondsOf(Seconds(rule.end)),
+                rule.offset * MicrosecondsPerSecond};
+    }
     const auto info = m_zone->get_info(date::sys_seconds(floorSeconds(clamped(utcMicroseconds))));
     return {microsecondsOf(info.begin), microsecondsOf(info.end), microsecondsOf(info.offset)};
 }
@@ -102,6 +176,12 @@ std::int64_t TimeZone::toUtc(std::int64_t localMicroseconds, Choose choose) cons
     const std::int64_t local = clamped(localMicroseconds);
     if (!m_zone)
         return local;
+    if (m_rule && floorSeconds(local).count() >= m_ruleFrom + RuleMargin) {
+        const RuleReading reading = readByRule(floorSeconds(local).count());
+        if (reading.offsets == 0)
+            return reading.gapEnd * MicrosecondsPerSecond;
+        return local - (choose == Choose::Earliest ? reading.earlierOffset : reading.laterOffset) * MicrosecondsPerSecond;
+    }
     const auto info = m_zone->get_info(date::local_seconds(floorSeconds(local)));
     switch (info.result) {
     case date::local_info::nonexistent:
@@ -118,6 +198,10 @@ TimeZone::Kind TimeZone::kind(std::int64_t localMicroseconds) const
 {
     if (!m_zone)
         return Kind::Unique;
+    if (m_rule && floorSeconds(clamped(localMicroseconds)).count() >= m_ruleFrom + RuleMargin) {
+        const int offsets = readByRule(floorSeconds(clamped(localMicroseconds)).count()).offsets;
+        return offsets == 0 ? Kind::Nonexistent : offsets == 2 ? Kind::Ambiguous : Kind::Unique;
+    }
     const auto info = m_zone->get_info(date::local_seconds(floorSeconds(clamped(localMicroseconds))));
     switch (info.result) {
     case date::local_info::nonexistent:
@@ -129,9 +213,46 @@ TimeZone::Kind TimeZone::kind(std::int64_t localMicroseconds) const
     }
 }
 
+// The offsets under which a wall-clock time (seconds) reads back as itself: none in a gap (then
+// the gap's end), two where the clocks were set back (the earlier instant has the larger offset).
+TimeZone::RuleReading TimeZone::readByRule(std::int64_t localSeconds) const
+{
+    RuleReading reading;
+    const std::int64_t offsets[] = {std::max(m_rule->standardOffset(), m_rule->daylightOffset()),
+                                    std::min(m_rule->standardOffset(), m_rule->daylightOffset())};
+    for (const std::int64_t offset : offsets) {
+        if (m_rule->at(localSeconds - offset).offset != offset || (reading.offsets == 1 && offset == offsets[0]))
+            continue;
+        (reading.offsets == 0 ? reading.earlierOffset : reading.laterOffset) = offset;
+        ++reading.offsets;
+    }
+    if (reading.offsets == 1)
+        reading.laterOffset = reading.earlierOffset;
+    if (reading.offsets == 0)
+        reading.gapEnd = m_rule->at(localSeconds - offsets[0]).end;
+    return reading;
+}
+
+std::string TimeZone::formatByRule(std::int64_t utcMicroseconds, const std::string& pattern, int digits) const
+{
+    const ZoneRule::Period rule = m_rule->at(floorSeconds(utcMicroseconds).count());
+    const std::string expanded = withZone(pattern, rule.abbreviation, rule.offset);
+    const std::int64_t local = utcMicroseconds + rule.offset * MicrosecondsPerSecond;
+    switch (digits) {
+    case 0:
+        return formatLocal<Seconds>(local, expanded);
+    case 3:
+        return formatLocal<std::chrono::milliseconds>(local, expanded);
+    default:
+        return formatLocal<Microseconds>(local, expanded);
+    }
+}
+
 std::string TimeZone::format(std::int64_t utcMicroseconds, const std::string& pattern, int secondDecimals) const
 {
     const std::int64_t instant = clamped(utcMicroseconds);
+    if (ruled(floorSeconds(instant).count()))
+        return formatByRule(instant, pattern, subsecondDigits(secondDecimals));
     switch (subsecondDigits(secondDecimals)) {
     case 0:
         return formatAt<Seconds>(m_zone, instant, pattern);

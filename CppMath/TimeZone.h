@@ -4,6 +4,7 @@
 #include "OrvCppMathExport.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace date {
@@ -12,12 +13,15 @@ class time_zone;
 
 namespace Orv::Math {
 
+class ZoneRule;
+
 // A time zone by its database name ("Europe/Berlin"), converting between UTC instants and the
 // zone's wall-clock time. Both are counted in microseconds since 1970-01-01 00:00: instants
 // since that moment in UTC, wall-clock times since that date and time on the zone's clocks.
 //
 // The offsets come from the system's zone database, including the local mean time before a zone's
-// first transition. Beyond the last transition the database lists, the zone keeps its last offset.
+// first transition. Beyond the last transition the database lists (zone files list them up to
+// 2037), the rule at the end of the zone's file carries daylight saving on (see ZoneRule).
 //
 // A value class: the zone is looked up once, when constructed; copies are cheap and share the
 // database entry, which lives as long as the program. An unknown name gives an invalid zone that
@@ -64,9 +68,24 @@ public:
     std::string format(std::int64_t utcMicroseconds, const std::string& pattern, int secondDecimals = 0) const;
 
 private:
+    // Whether the zone's rule, rather than its listed transitions, gives the
+    // offsets at that many seconds since 1970 UTC.
+    bool ruled(std::int64_t utcSeconds) const;
+    struct RuleReading {
+        int offsets = 0;
+        std::int64_t earlierOffset = 0;
+        std::int64_t laterOffset = 0;
+        std::int64_t gapEnd = 0;
+    };
+    RuleReading readByRule(std::int64_t localSeconds) const;
+    std::string formatByRule(std::int64_t utcMicroseconds, const std::string& pattern, int digits) const;
+
     std::string m_name;
     const date::time_zone* m_zone = nullptr; // nullptr: UTC, without a database lookup
     bool m_valid = true;
+    // The rule after the last listed transition, when it changes the clocks; from m_ruleFrom on.
+    std::shared_ptr<const ZoneRule> m_rule;
+    std::int64_t m_ruleFrom = 0;
 };
 
 } // namespace Orv::Math

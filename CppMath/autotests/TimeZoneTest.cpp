@@ -1,4 +1,5 @@
 #include "TimeZone.h"
+#include "ZoneRule.h"
 
 #include "CivilTime.h"
 
@@ -35,6 +36,123 @@ const WallClockCase wallClockCases[] = {
     {"Asia/Kathmandu", at(2020, 1, 1), Kind::Unique, at(2019, 12, 31, 18, 15), at(2019, 12, 31, 18, 15)},
     // A half-hour shift, from +11 back to +10:30.
     {"Australia/Lord_Howe", at(2021, 4, 4, 1, 45), Kind::Ambiguous, at(2021, 4, 3, 14, 45), at(2021, 4, 3, 15, 15)},
+    // After the transitions the zone files list (up to 2037), their closing rule goes on.
+    {"Europe/Berlin", at(2100, 10, 31, 2, 30), Kind::Ambiguous, at(2100, 10, 31, 0, 30), at(2100, 10, 31, 1, 30)},
+    {"Europe/Berlin", at(2100, 3, 28, 2, 30), Kind::Nonexistent, at(2100, 3, 28, 1), at(2100, 3, 28, 1)},
+    {"Australia/Lord_Howe", at(2047, 4, 7, 1, 45), Kind::Ambiguous, at(2047, 4, 6, 14, 45), at(2047, 4, 6, 15, 15)},
+    // Daylight saving below standard time: Irish winter time is the daylight part of the rule.
+    {"Europe/Dublin", at(2060, 3, 28, 1, 30), Kind::Nonexistent, at(2060, 3, 28, 1), at(2060, 3, 28, 1)},
+};
+
+// Instants after 2037 with their offsets and texts as Python's zoneinfo gives them: random
+// ones, and the second before and the second of transitions.
+struct FutureCase {
+    const char* zone;
+    std::int64_t utcSeconds;
+    std::int64_t offset;
+    const char* text;
+};
+
+const FutureCase futureCases[] = {
+    {"Europe/Berlin", 4821259205, 7200, "2122-10-12 16:40:05 CEST +0200"},
+    {"Europe/Berlin", 5331867673, 3600, "2138-12-17 11:21:13 CET +0100"},
+    {"Europe/Berlin", 6565460591, 3600, "2178-01-19 04:03:11 CET +0100"},
+    {"Australia/Lord_Howe", 6197603060, 37800, "2166-05-24 22:54:20 +1030 +1030"},
+    {"Australia/Lord_Howe", 4933241301, 37800, "2126-05-01 03:18:21 +1030 +1030"},
+    {"Australia/Lord_Howe", 6015254971, 37800, "2160-08-13 10:39:31 +1030 +1030"},
+    {"Europe/Dublin", 2632132726, 3600, "2053-05-29 12:58:46 IST +0100"},
+    {"Europe/Dublin", 3204939048, 3600, "2071-07-24 05:50:48 IST +0100"},
+    {"Europe/Dublin", 4481351912, 0, "2112-01-04 11:58:32 GMT +0000"},
+    {"America/St_Johns", 4610975429, -12600, "2116-02-12 15:00:29 NST -0330"},
+    {"America/St_Johns", 6497209113, -12600, "2175-11-21 00:48:33 NST -0330"},
+    {"America/St_Johns", 3076764194, -9000, "2067-07-01 14:13:14 NDT -0230"},
+    {"Pacific/Chatham", 3346284445, 49500, "2076-01-15 17:12:25 +1345 +1345"},
+    {"Pacific/Chatham", 5434682565, 49500, "2142-03-21 23:47:45 +1345 +1345"},
+    {"Pacific/Chatham", 7126378974, 49500, "2195-10-29 19:27:54 +1345 +1345"},
+    {"America/New_York", 5569637079, -14400, "2146-06-30 05:24:39 EDT -0400"},
+    {"America/New_York", 7036885610, -18000, "2192-12-27 05:26:50 EST -0500"},
+    {"America/New_York", 4797855179, -18000, "2122-01-14 12:32:59 EST -0500"},
+    {"America/Sao_Paulo", 2690085862, -10800, "2055-03-31 03:04:22 -03 -0300"},
+    {"America/Sao_Paulo", 6448507056, -10800, "2174-05-06 08:57:36 -03 -0300"},
+    {"America/Sao_Paulo", 5888571690, -10800, "2156-08-07 15:21:30 -03 -0300"},
+    {"Africa/Casablanca", 6365383351, 3600, "2171-09-17 11:02:31 +01 +0100"},
+    {"Africa/Casablanca", 5892879616, 3600, "2156-09-26 16:00:16 +01 +0100"},
+    {"Africa/Casablanca", 3388473053, 3600, "2077-05-17 11:30:53 +01 +0100"},
+    {"Asia/Kathmandu", 6275433330, 20700, "2168-11-10 13:40:30 +0545 +0545"},
+    {"Asia/Kathmandu", 3025438123, 20700, "2065-11-14 21:13:43 +0545 +0545"},
+    {"Asia/Kathmandu", 5112201367, 20700, "2132-01-01 05:41:07 +0545 +0545"},
+    {"Europe/Berlin", 5877104399, 3600, "2156-03-28 01:59:59 CET +0100"},
+    {"Europe/Berlin", 5877104400, 7200, "2156-03-28 03:00:00 CEST +0200"},
+    {"Europe/Berlin", 5895853199, 7200, "2156-10-31 02:59:59 CEST +0200"},
+    {"Europe/Berlin", 5895853200, 3600, "2156-10-31 02:00:00 CET +0100"},
+    {"Europe/Berlin", 7076422799, 3600, "2194-03-30 01:59:59 CET +0100"},
+    {"Europe/Berlin", 7076422800, 7200, "2194-03-30 03:00:00 CEST +0200"},
+    {"Europe/Berlin", 7094566799, 7200, "2194-10-26 02:59:59 CEST +0200"},
+    {"Europe/Berlin", 7094566800, 3600, "2194-10-26 02:00:00 CET +0100"},
+    {"Europe/Berlin", 5151344399, 3600, "2133-03-29 01:59:59 CET +0100"},
+    {"Europe/Berlin", 5151344400, 7200, "2133-03-29 03:00:00 CEST +0200"},
+    {"Europe/Berlin", 5169488399, 7200, "2133-10-25 02:59:59 CEST +0200"},
+    {"Europe/Berlin", 5169488400, 3600, "2133-10-25 02:00:00 CET +0100"},
+    {"Australia/Lord_Howe", 4299749999, 39600, "2106-04-04 01:59:59 +11 +1100"},
+    {"Australia/Lord_Howe", 4299750000, 37800, "2106-04-04 01:30:00 +1030 +1030"},
+    {"Australia/Lord_Howe", 4315476599, 37800, "2106-10-03 01:59:59 +1030 +1030"},
+    {"Australia/Lord_Howe", 4315476600, 39600, "2106-10-03 02:30:00 +11 +1100"},
+    {"Australia/Lord_Howe", 3258284399, 39600, "2073-04-02 01:59:59 +11 +1100"},
+    {"Australia/Lord_Howe", 3258284400, 37800, "2073-04-02 01:30:00 +1030 +1030"},
+    {"Australia/Lord_Howe", 3274010999, 37800, "2073-10-01 01:59:59 +1030 +1030"},
+    {"Australia/Lord_Howe", 3274011000, 39600, "2073-10-01 02:30:00 +11 +1100"},
+    {"Australia/Lord_Howe", 3636889199, 39600, "2085-04-01 01:59:59 +11 +1100"},
+    {"Australia/Lord_Howe", 3636889200, 37800, "2085-04-01 01:30:00 +1030 +1030"},
+    {"Australia/Lord_Howe", 3653220599, 37800, "2085-10-07 01:59:59 +1030 +1030"},
+    {"Australia/Lord_Howe", 3653220600, 39600, "2085-10-07 02:30:00 +11 +1100"},
+    {"Europe/Dublin", 2184800399, 0, "2039-03-27 00:59:59 GMT +0000"},
+    {"Europe/Dublin", 2184800400, 3600, "2039-03-27 02:00:00 IST +0100"},
+    {"Europe/Dublin", 2203549199, 3600, "2039-10-30 01:59:59 IST +0100"},
+    {"Europe/Dublin", 2203549200, 0, "2039-10-30 01:00:00 GMT +0000"},
+    {"Europe/Dublin", 4867088399, 0, "2124-03-26 00:59:59 GMT +0000"},
+    {"Europe/Dublin", 4867088400, 3600, "2124-03-26 02:00:00 IST +0100"},
+    {"Europe/Dublin", 4885837199, 3600, "2124-10-29 01:59:59 IST +0100"},
+    {"Europe/Dublin", 4885837200, 0, "2124-10-29 01:00:00 GMT +0000"},
+    {"Europe/Dublin", 6192809999, 0, "2166-03-30 00:59:59 GMT +0000"},
+    {"Europe/Dublin", 6192810000, 3600, "2166-03-30 02:00:00 IST +0100"},
+    {"Europe/Dublin", 6210953999, 3600, "2166-10-26 01:59:59 IST +0100"},
+    {"Europe/Dublin", 6210954000, 0, "2166-10-26 01:00:00 GMT +0000"},
+    {"America/St_Johns", 5875910999, -12600, "2156-03-14 01:59:59 NST -0330"},
+    {"America/St_Johns", 5875911000, -9000, "2156-03-14 03:00:00 NDT -0230"},
+    {"America/St_Johns", 5896470599, -9000, "2156-11-07 01:59:59 NDT -0230"},
+    {"America/St_Johns", 5896470600, -12600, "2156-11-07 01:00:00 NST -0330"},
+    {"America/St_Johns", 7011725399, -12600, "2192-03-11 01:59:59 NST -0330"},
+    {"America/St_Johns", 7011725400, -9000, "2192-03-11 03:00:00 NDT -0230"},
+    {"America/St_Johns", 7032284999, -9000, "2192-11-04 01:59:59 NDT -0230"},
+    {"America/St_Johns", 7032285000, -12600, "2192-11-04 01:00:00 NST -0330"},
+    {"America/St_Johns", 2782963799, -12600, "2058-03-10 01:59:59 NST -0330"},
+    {"America/St_Johns", 2782963800, -9000, "2058-03-10 03:00:00 NDT -0230"},
+    {"America/St_Johns", 2803523399, -9000, "2058-11-03 01:59:59 NDT -0230"},
+    {"America/St_Johns", 2803523400, -12600, "2058-11-03 01:00:00 NST -0330"},
+    {"Pacific/Chatham", 4836203999, 49500, "2123-04-04 03:44:59 +1345 +1345"},
+    {"Pacific/Chatham", 4836204000, 45900, "2123-04-04 02:45:00 +1245 +1245"},
+    {"Pacific/Chatham", 4851323999, 45900, "2123-09-26 02:44:59 +1245 +1245"},
+    {"Pacific/Chatham", 4851324000, 49500, "2123-09-26 03:45:00 +1345 +1345"},
+    {"Pacific/Chatham", 6603429599, 49500, "2179-04-04 03:44:59 +1345 +1345"},
+    {"Pacific/Chatham", 6603429600, 45900, "2179-04-04 02:45:00 +1245 +1245"},
+    {"Pacific/Chatham", 6618549599, 45900, "2179-09-26 02:44:59 +1245 +1245"},
+    {"Pacific/Chatham", 6618549600, 49500, "2179-09-26 03:45:00 +1345 +1345"},
+    {"Pacific/Chatham", 7108437599, 49500, "2195-04-05 03:44:59 +1345 +1345"},
+    {"Pacific/Chatham", 7108437600, 45900, "2195-04-05 02:45:00 +1245 +1245"},
+    {"Pacific/Chatham", 7123557599, 45900, "2195-09-27 02:44:59 +1245 +1245"},
+    {"Pacific/Chatham", 7123557600, 49500, "2195-09-27 03:45:00 +1345 +1345"},
+    {"America/New_York", 2467263599, -18000, "2048-03-08 01:59:59 EST -0500"},
+    {"America/New_York", 2467263600, -14400, "2048-03-08 03:00:00 EDT -0400"},
+    {"America/New_York", 2487823199, -14400, "2048-11-01 01:59:59 EDT -0400"},
+    {"America/New_York", 2487823200, -18000, "2048-11-01 01:00:00 EST -0500"},
+    {"America/New_York", 5213055599, -18000, "2135-03-13 01:59:59 EST -0500"},
+    {"America/New_York", 5213055600, -14400, "2135-03-13 03:00:00 EDT -0400"},
+    {"America/New_York", 5233615199, -14400, "2135-11-06 01:59:59 EDT -0400"},
+    {"America/New_York", 5233615200, -18000, "2135-11-06 01:00:00 EST -0500"},
+    {"America/New_York", 3508729199, -18000, "2081-03-09 01:59:59 EST -0500"},
+    {"America/New_York", 3508729200, -14400, "2081-03-09 03:00:00 EDT -0400"},
+    {"America/New_York", 3529288799, -14400, "2081-11-02 01:59:59 EDT -0400"},
+    {"America/New_York", 3529288800, -18000, "2081-11-02 01:00:00 EST -0500"},
 };
 
 } // namespace
@@ -80,4 +198,42 @@ TEST(TimeZone, PeriodsAndFormatsShowTheOffsetInForce)
     EXPECT_EQ(berlin.format(at(2020, 10, 25, 1, 30), "%d %H:%M %Z %z"), "25 02:30 CET +0100");
     EXPECT_EQ(berlin.format(at(2020, 1, 1) + 1500 * Minute / 1000 + 250, "%M:%S", 4), "01:30.000250");
     EXPECT_EQ(TimeZone().format(at(2020, 1, 1) + 30 * Second + 1250, "%S %Z", 2), "30.001 UTC");
+}
+
+TEST(TimeZone, OffsetsAndTextsFollowTheZonesRulesPast2037)
+{
+    for (const FutureCase& c : futureCases) {
+        SCOPED_TRACE(testing::Message() << c.zone << " " << c.text);
+        const TimeZone zone(c.zone);
+        const std::int64_t instant = c.utcSeconds * Second;
+        const TimeZone::Period period = zone.period(instant);
+        EXPECT_EQ(period.offset, c.offset * Second);
+        EXPECT_LE(period.begin, instant);
+        EXPECT_GT(period.end, instant);
+        EXPECT_EQ(zone.format(instant, "%Y-%m-%d %H:%M:%S %Z %z"), c.text);
+        const std::int64_t local = zone.toLocal(instant);
+        EXPECT_TRUE(zone.toUtc(local, TimeZone::Choose::Earliest) == instant ||
+                    zone.toUtc(local, TimeZone::Choose::Latest) == instant);
+    }
+}
+
+TEST(ZoneRule, ReadsTheTzStringsOfZoneFiles)
+{
+    const auto berlin = ZoneRule::parse("CET-1CEST,M3.5.0,M10.5.0/3");
+    ASSERT_TRUE(berlin && berlin->hasDaylightSaving());
+    EXPECT_EQ(berlin->standardOffset(), 3600);
+    EXPECT_EQ(berlin->daylightOffset(), 7200);
+    const auto lordHowe = ZoneRule::parse("<+1030>-10:30<+11>-11,M10.1.0,M4.1.0");
+    ASSERT_TRUE(lordHowe);
+    EXPECT_EQ(lordHowe->at(at(2047, 1, 1) / Second).abbreviation, "+11");
+    EXPECT_EQ(ZoneRule::parse("<+0545>-5:45")->at(0).offset, 5 * 3600 + 45 * 60);
+    EXPECT_FALSE(ZoneRule::parse("<+0545>-5:45")->hasDaylightSaving());
+    // Julian days without and with the leap day, times past midnight.
+    const auto julian = ZoneRule::parse("AAA3BBB,J60/26,300/-1");
+    ASSERT_TRUE(julian);
+    EXPECT_EQ(julian->at(at(2048, 3, 2, 4) / Second).abbreviation, "AAA");
+    EXPECT_EQ(julian->at(at(2048, 3, 2, 6) / Second).abbreviation, "BBB");
+    for (const char* broken : {"", "CE-1", "CET", "CET-1CEST,M13.1.0,M10.5.0", "CET-1CEST,M3.5.0", "<CET-1", "CET-25"})
+        EXPECT_FALSE(ZoneRule::parse(broken)) << broken;
+    EXPECT_FALSE(ZoneRule::ofFile("/nonexistent/zone"));
 }
