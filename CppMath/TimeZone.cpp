@@ -72,28 +72,34 @@ std::string formatAt(const date::time_zone* zone, std::int64_t utcMicroseconds, 
 constexpr std::int64_t RuleMargin = std::int64_t{2} * 86400;
 
 // The rule of a zone whose listed transitions end, when it changes the clocks, and where the
-// listed ones end. Each zone's file is read once.
+// listed ones end. Each zone is looked at once: zones are made on every scale update.
 std::shared_ptr<const ZoneRule> ruleOf(const std::string& name, const date::time_zone* zone, std::int64_t& from)
 {
-    using namespace date;
+    struct Found {
+        std::shared_ptr<const ZoneRule> rule;
+        std::int64_t from = 0;
+    };
     if (!zone)
         return nullptr;
-    const sys_info last = zone->get_info(sys_days(year(2500) / January / 1));
-    if (last.end < sys_days(year(2600) / January / 1))
-        return nullptr;
-    from = last.begin.time_since_epoch().count();
     static std::mutex mutex;
-    static std::map<std::string, std::shared_ptr<const ZoneRule>> rules;
+    static std::map<std::string, Found> found;
     const std::lock_guard<std::mutex> lock(mutex);
-    const auto known = rules.find(name);
-    if (known != rules.end())
-        return known->second;
-    std::optional<ZoneRule> rule = ZoneRule::ofFile("/usr/share/zoneinfo/" + name);
-    std::shared_ptr<const ZoneRule> kept;
-    if (rule && rule->hasDaylightSaving())
-        kept = std::make_shared<const ZoneRule>(std::move(*rule));
-    rules.emplace(name, kept);
-    return kept;
+    auto known = found.find(name);
+    if (known == found.end()) {
+        using namespace date;
+        Found rule;
+        const sys_info last = zone->get_info(sys_days(year(2500) / January / 1));
+        std::optional<ZoneRule> read;
+        if (last.end >= sys_days(year(2600) / January / 1))
+            read = ZoneRule::ofFile("/usr/share/zoneinfo/" + name);
+        if (read && read->hasDaylightSaving()) {
+            rule.rule = std::make_shared<const ZoneRule>(std::move(*read));
+            rule.from = last.begin.time_since_epoch().count();
+        }
+        known = found.emplace(name, rule).first;
+    }
+    from = known->second.from;
+    return known->second.rule;
 }
 
 // "%Z" and "%z" written out, so that a wall-clock time without a zone can be formatted.

@@ -449,6 +449,19 @@ std::size_t KelChartDecimatedView::nearestIndex(double x, double y, double xScal
     return best;
 }
 
+double KelChartDecimatedView::minXDelta() const
+{
+    if (m_cache)
+        return m_cache->minXDelta();
+    const Data& points = data();
+    if (points.size < 2)
+        return points.size == 1 ? points.x[0] : 0.0;
+    double delta = std::numeric_limits<double>::max();
+    for (std::size_t k = 1; k < points.size; ++k)
+        delta = std::min(delta, points.x[k] - points.x[k - 1]);
+    return delta;
+}
+
 bool KelChartDecimatedView::ordered() const
 {
     return summary().ordered;

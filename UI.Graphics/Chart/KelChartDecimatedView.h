@@ -120,6 +120,10 @@ public:
     std::size_t nearestIndex(double x) const;
     std::size_t nearestIndex(double x, double y, double xScale, double yScale) const;
 
+    // The smallest difference of neighbouring x values, as the cache's minXDelta
+    // gives it; a live series's is measured on the points read now.
+    double minXDelta() const;
+
     // Whether the data are ordered, so that line views are fast (builds the summary).
     bool ordered() const;
     // Memory held by the summary, in bytes (builds it).

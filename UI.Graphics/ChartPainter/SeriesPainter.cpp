@@ -230,19 +230,10 @@ void SeriesPainter::paintSticks(const std::vector<Run>& runs)
         }
 }
 
-// A live series changes from frame to frame, so its spacing is measured as drawn.
-double SeriesPainter::liveXSpacing() const
-{
-    double spacing = std::numeric_limits<double>::max();
-    for (std::size_t k = 1; k < m_points.size; ++k)
-        spacing = std::min(spacing, m_points.x[k] - m_points.x[k - 1]);
-    return m_points.size > 1 ? spacing : 0.0;
-}
-
 // Bar widths and offsets count in the smallest x spacing of the series.
 void SeriesPainter::paintBars()
 {
-    const double spacing = m_view.live() ? liveXSpacing() : m_cache.minXDelta();
+    const double spacing = m_view.minXDelta();
     const double unit = std::isfinite(spacing) && spacing > 0 ? spacing : 1.0;
     const double base = m_pipeline.scaling().baseLine(m_index, Comp::Y);
     m_painter.setPen(SeriesLook::linePen(m_style, yGradient(m_style.lineGradient.get())));

@@ -60,7 +60,6 @@ private:
     static QPolygonF steps(const Run& run);
     void paintSpline(const Run& run);
     void paintSticks(const std::vector<Run>& runs);
-    double liveXSpacing() const;
     void paintBars();
     void paintSymbols();
     void paintUndefined();
