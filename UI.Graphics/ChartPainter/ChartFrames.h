@@ -47,6 +47,9 @@ public:
     QSize size() const { return m_size; }
 
     void paint(QPainter& painter) const;
+    // What draws the current frame, for a host that writes it to a file or
+    // wants it at another pixel ratio; valid until the next new frame.
+    const Orv::Chart::ChartPainter& painter() const { return *m_renderer; }
 
     // Draws these live series, one per variable of the chart in the variable
     // list's order, in place of the variables' own items: every frame reads

@@ -15,6 +15,8 @@
 #include <QLinearGradient>
 #include <QSvgGenerator>
 
+#include <cmath>
+
 namespace Orv::Chart {
 
 namespace {
@@ -192,14 +194,30 @@ bool ChartPainter::write(const QString& path, Format format, QString* error) con
     return written;
 }
 
+QImage ChartPainter::image(qreal ratio) const
+{
+    if (!(ratio > 0.0) || !std::isfinite(ratio))
+        ratio = 1.0;
+    // Painting on an image with a pixel ratio scales the painter by it: the
+    // layout's positions, fonts and pen widths all grow by the ratio.
+    QImage image((QSizeF(m_layout.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paint(painter);
+    return image;
+}
+
+// The file says how many pixels make an inch, so that a viewer that reads it
+// shows a picture of any ratio at the chart's size.
 bool ChartPainter::writePng(QIODevice& device) const
 {
-    QImage image(m_layout.size(), QImage::Format_ARGB32_Premultiplied);
-    {
-        QPainter painter(&image);
-        paint(painter);
-    }
-    return image.save(&device, "PNG");
+    constexpr double dotsPerMeterAt96Dpi = 96 / 0.0254;
+    QImage picture = image(m_pixelRatio);
+    const int dotsPerMeter = qRound(dotsPerMeterAt96Dpi * picture.devicePixelRatio());
+    picture.setDotsPerMeterX(dotsPerMeter);
+    picture.setDotsPerMeterY(dotsPerMeter);
+    return picture.save(&device, "PNG");
 }
 
 bool ChartPainter::writeSvg(QIODevice& device) const

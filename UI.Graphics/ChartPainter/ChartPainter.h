@@ -6,6 +6,12 @@
 //
 // Files are written to a temporary file and renamed, so a failed write leaves
 // no half-written file; a failure is a result with a message naming the file.
+//
+// The layout is in logical pixels. Raster pictures may have several device
+// pixels per logical one (a pixel ratio, as on high-DPI screens): the chart is
+// then drawn at full resolution, every position times the ratio, rather than
+// a 1x picture scaled up. SVG and PDF files are vector, with text as text;
+// a PDF page is the layout's size at 96 logical pixels per inch.
 
 #include "ChartLayout.h"
 #include "OrvChartPainterExport.h"
@@ -13,6 +19,7 @@
 
 #include "KelChartDecimatedView.h"
 
+#include <QImage>
 #include <QLocale>
 #include <QPainter>
 #include <QSize>
@@ -53,6 +60,16 @@ public:
     // Paints the whole chart in the layout's size from the painter's origin.
     void paint(QPainter& painter) const;
 
+    // The chart on white at `ratio` device pixels per logical pixel: an image
+    // of the layout's size times the ratio (rounded) whose devicePixelRatio is
+    // `ratio`. A ratio that is not a positive finite number counts as 1.
+    QImage image(qreal ratio = 1.0) const;
+
+    // The pixel ratio of the PNG files `write` makes (1 by default; see
+    // `image`); SVG and PDF files do not depend on it.
+    void setPixelRatio(qreal ratio) { m_pixelRatio = ratio; }
+    qreal pixelRatio() const { return m_pixelRatio; }
+
     enum class Format { Png, Svg, Pdf };
     // The format a file name's suffix names (case ignored), or none.
     static std::optional<Format> formatOf(const QString& path);
@@ -80,6 +97,7 @@ private:
     std::vector<const KelChartDecimatedView*> m_views;
     QLocale m_locale = QLocale::c();
     bool m_interactive = false;
+    qreal m_pixelRatio = 1.0;
 };
 
 } // namespace Orv::Chart

@@ -11,9 +11,12 @@ namespace Orv::Chart {
 namespace {
 
 // Qt strokes solid pens up to one device pixel wide on a fast path of its own.
+// The device's pixel ratio scales like a transform but is not part of one.
 bool isThin(const QPainter& painter, const QPen& pen)
 {
-    const double scale = pen.isCosmetic() ? 1.0 : std::sqrt(std::abs(painter.combinedTransform().determinant()));
+    const double ratio = painter.device() != nullptr ? painter.device()->devicePixelRatioF() : 1.0;
+    const double scale =
+        pen.isCosmetic() ? 1.0 : ratio * std::sqrt(std::abs(painter.combinedTransform().determinant()));
     return pen.widthF() * scale <= 1.0;
 }
 

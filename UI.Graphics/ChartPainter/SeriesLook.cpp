@@ -116,8 +116,10 @@ QPen SeriesLook::linePen(const KelChartVariableStyle& style, const QBrush& gradi
     const QString line = firstWord(style.line.get(), KelChart::lineSolid);
     if (line == KelChart::lineNone)
         return {Qt::NoPen};
-    QPen pen(line == KelChart::lineGradient ? gradient : QBrush(lineColour(style)),
-             entry(style.lineWidth.get(), 0, 1.0));
+    // Qt draws a pen of width 0 one device pixel wide, which a high-DPI
+    // picture would show thinner than the logical pixel the layout means.
+    const double width = entry(style.lineWidth.get(), 0, 1.0);
+    QPen pen(line == KelChart::lineGradient ? gradient : QBrush(lineColour(style)), width > 0 ? width : 1.0);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::RoundJoin);
     const QVector<qreal> dashes = dashPattern(line);

@@ -79,24 +79,40 @@ void reportNotes(const QStringList& notes, QTextStream& out)
         out << "note: " << note << '\n';
 }
 
+void writeImages(const ChartPainter& renderer, const std::vector<Output>& outputs)
+{
+    for (const Output& output : outputs) {
+        QString error;
+        if (!renderer.write(output.path, output.format, &error))
+            throw Failure(error);
+    }
+}
+
+// "a", "a and b", "a, b and c".
+QString listed(const std::vector<Output>& outputs)
+{
+    QStringList paths;
+    for (const Output& output : outputs)
+        paths << output.path;
+    const QString last = paths.takeLast();
+    return paths.isEmpty() ? last : paths.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
 void draw(KelChart& chart, const AxisPairs& pairs, const Options& options, QTextStream& out)
 {
     const Plot pipeline(chart, pairs, {options.size, options.tickCount, {}, options.locale});
     ChartPainter renderer(pipeline, options.size);
     renderer.setLocale(options.locale);
-    if (options.drawImages) {
-        QString error;
-        if (!renderer.write(options.pngPath, ChartPainter::Format::Png, &error) ||
-            !renderer.write(options.svgPath, ChartPainter::Format::Svg, &error))
-            throw Failure(error);
-    }
+    renderer.setPixelRatio(options.scale);
+    if (options.drawImages)
+        writeImages(renderer, options.outputs);
     if (options.fullReport) {
         out << Report::full(pipeline, renderer.layout());
         return;
     }
     out << Report::summary(pipeline);
     if (options.drawImages)
-        out << "wrote " << options.pngPath << " and " << options.svgPath << '\n';
+        out << "wrote " << listed(options.outputs) << '\n';
 }
 
 } // namespace

@@ -4,7 +4,11 @@
 #include "Failure.h"
 
 #include <QCommandLineParser>
+#include <QHash>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <iterator>
 
 namespace kelchart {
 
@@ -12,6 +16,9 @@ namespace {
 
 constexpr int largestSide = 10000;
 constexpr unsigned largestTickCount = 1000;
+constexpr double largestScale = 8;
+// Of a PNG file, after --scale.
+constexpr int largestPixelSide = 16384;
 
 [[noreturn]] void usageFault(const QString& message)
 {
@@ -52,6 +59,63 @@ QLocale parseLocale(const QString& name)
                                   "or a language such as fr, or C")
                        .arg(name));
     return locale;
+}
+
+qreal parseScale(const QString& text)
+{
+    bool ok = false;
+    const double scale = text.toDouble(&ok);
+    if (!ok || !(scale > 0) || scale > largestScale)
+        usageFault(QStringLiteral("--scale %1: expected a number above 0 and at most %2, such as 2 or 1.5")
+                       .arg(text)
+                       .arg(largestScale));
+    return scale;
+}
+
+void checkPixelSize(QSize size, qreal scale)
+{
+    const QSize pixels = (QSizeF(size) * scale).toSize();
+    if (pixels.width() < 1 || pixels.height() < 1 || pixels.width() > largestPixelSide
+        || pixels.height() > largestPixelSide)
+        usageFault(QStringLiteral("--scale %1 makes a PNG file of %2x%3 pixels of the %4x%5 chart; "
+                                  "expected 1 to %6 pixels a side")
+                       .arg(scale)
+                       .arg(pixels.width())
+                       .arg(pixels.height())
+                       .arg(size.width())
+                       .arg(size.height())
+                       .arg(largestPixelSide));
+}
+
+ChartPainter::Format outputFormat(const QString& path)
+{
+    const std::optional<ChartPainter::Format> format = ChartPainter::formatOf(path);
+    if (!format)
+        usageFault(QStringLiteral("--output %1: expected a file name ending in .png, .svg or .pdf").arg(path));
+    return *format;
+}
+
+// The files named by --png, --svg, --pdf and --output, in the order the
+// command line names them; the defaults when it names none.
+std::vector<Output> parseOutputs(const QCommandLineParser& parser, std::vector<Output> defaults)
+{
+    const QString output = QStringLiteral("output");
+    const std::pair<QString, ChartPainter::Format> fixed[] = {{QStringLiteral("png"), ChartPainter::Format::Png},
+                                                              {QStringLiteral("svg"), ChartPainter::Format::Svg},
+                                                              {QStringLiteral("pdf"), ChartPainter::Format::Pdf}};
+    QHash<QString, int> used;
+    std::vector<Output> outputs;
+    for (QString name : parser.optionNames()) {
+        if (name == QLatin1String("o"))
+            name = output;
+        const auto format = std::find_if(std::begin(fixed), std::end(fixed),
+                                         [&name](const auto& entry) { return entry.first == name; });
+        if (name != output && format == std::end(fixed))
+            continue;
+        const QString path = parser.values(name).value(used[name]++);
+        outputs.push_back({path, name == output ? outputFormat(path) : format->second});
+    }
+    return outputs.empty() ? defaults : outputs;
 }
 
 std::optional<SeriesShape> parseShape(const QCommandLineParser& parser)
@@ -188,9 +252,19 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("points"), QStringLiteral("Draws the series as symbols without lines.")},
         {QStringLiteral("lines"), QStringLiteral("Draws the series as lines.")},
         {QStringLiteral("bars"), QStringLiteral("Draws the series as bars.")},
-        {QStringLiteral("png"), QStringLiteral("PNG file to write, default kelchart.png."), QStringLiteral("FILE")},
-        {QStringLiteral("svg"), QStringLiteral("SVG file to write, default kelchart.svg."), QStringLiteral("FILE")},
-        {QStringLiteral("no-images"), QStringLiteral("Writes no PNG and no SVG.")},
+        {QStringLiteral("png"), QStringLiteral("PNG file to write. Repeatable, as are --svg, --pdf and --output; "
+                                               "with none of them kelchart writes kelchart.png and kelchart.svg."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("svg"), QStringLiteral("SVG file to write."), QStringLiteral("FILE")},
+        {QStringLiteral("pdf"), QStringLiteral("PDF file to write: one page of the chart's size, vector, text as "
+                                               "text."),
+         QStringLiteral("FILE")},
+        {{QStringLiteral("o"), QStringLiteral("output")},
+         QStringLiteral("File to write, PNG, SVG or PDF by its suffix (.png, .svg, .pdf)."), QStringLiteral("FILE")},
+        {QStringLiteral("scale"), QStringLiteral("PNG files get N device pixels per pixel of the --size layout "
+                                                 "(e.g. 2 or 1.5), drawn sharp at that resolution; default 1."),
+         QStringLiteral("N")},
+        {QStringLiteral("no-images"), QStringLiteral("Writes no image file.")},
     });
 }
 
@@ -216,12 +290,12 @@ Options parseCommandLine(const QStringList& arguments)
     options.assignments = parser.values(QStringLiteral("set"));
     options.fullReport = parser.isSet(QStringLiteral("report"));
     options.drawImages = !parser.isSet(QStringLiteral("no-images"));
-    if (parser.isSet(QStringLiteral("png")))
-        options.pngPath = parser.value(QStringLiteral("png"));
-    if (parser.isSet(QStringLiteral("svg")))
-        options.svgPath = parser.value(QStringLiteral("svg"));
+    options.outputs = parseOutputs(parser, options.outputs);
     if (parser.isSet(QStringLiteral("size")))
         options.size = parseSize(parser.value(QStringLiteral("size")));
+    if (parser.isSet(QStringLiteral("scale")))
+        options.scale = parseScale(parser.value(QStringLiteral("scale")));
+    checkPixelSize(options.size, options.scale);
     if (parser.isSet(QStringLiteral("ticks")))
         options.tickCount = parseTickCount(parser.value(QStringLiteral("ticks")));
     if (parser.isSet(QStringLiteral("locale")))

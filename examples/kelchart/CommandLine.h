@@ -4,6 +4,7 @@
 // Without a CSV file it draws the built-in sample. Usage faults throw a
 // Failure with the BadUsage status.
 
+#include "ChartPainter.h"
 #include "CsvImport.h"
 
 #include <QLocale>
@@ -11,17 +12,29 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace kelchart {
 
 using namespace Orv::Chart;
+
+// A file to draw the chart into, in the format --png, --svg, --pdf or the
+// suffix of --output named.
+struct Output {
+    QString path;
+    ChartPainter::Format format;
+};
 
 struct Options {
     QString csvPath;
     QString loadPath;
     QString savePath;
-    QString pngPath = QStringLiteral("kelchart.png");
-    QString svgPath = QStringLiteral("kelchart.svg");
+    // In the order given; kelchart.png and kelchart.svg when none is.
+    std::vector<Output> outputs = {{QStringLiteral("kelchart.png"), ChartPainter::Format::Png},
+                                   {QStringLiteral("kelchart.svg"), ChartPainter::Format::Svg}};
     bool drawImages = true;
+    // Device pixels per layout pixel of PNG files; the layout keeps `size`.
+    qreal scale = 1.0;
     QStringList assignments;
     bool fullReport = false;
     QSize size = QSize(800, 500);

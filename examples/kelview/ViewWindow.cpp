@@ -7,6 +7,7 @@
 #include "PropertyEditor.h"
 
 #include "ChartFile.h"
+#include "ChartPainter.h"
 #include "Failure.h"
 
 #include "KelChartPropertyModel.h"
@@ -24,6 +25,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -50,6 +52,12 @@ constexpr int newsMs = 8000;
 const QString localeKey = QStringLiteral("locale");
 const QString chartFilter = QStringLiteral("Chart files (*.json)");
 
+QStringList exportFilters()
+{
+    return {ViewWindow::tr("PNG images (*.png)"), ViewWindow::tr("SVG drawings (*.svg)"),
+            ViewWindow::tr("PDF documents (*.pdf)")};
+}
+
 QString localeLabel(const QString& name)
 {
     if (name == QLatin1String("C"))
@@ -58,6 +66,15 @@ QString localeLabel(const QString& name)
 }
 
 } // namespace
+
+QString withExportSuffix(const QString& path, const QString& nameFilter)
+{
+    if (Orv::Chart::ChartPainter::formatOf(path))
+        return path;
+    static const QRegularExpression pattern(QStringLiteral("\\*\\.(\\w+)"));
+    const QRegularExpressionMatch suffix = pattern.match(nameFilter);
+    return suffix.hasMatch() ? path + QLatin1Char('.') + suffix.captured(1) : path;
+}
 
 ViewWindow::ViewWindow(std::unique_ptr<ChartDocument> document, QWidget* parent)
     : QMainWindow(parent)
@@ -153,6 +170,8 @@ void ViewWindow::buildFileMenu()
     saveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     file->addSeparator();
     file->addAction(m_actions->saveImage());
+    file->addAction(QIcon::fromTheme(QStringLiteral("document-export")), tr("&Export..."), this,
+                    &ViewWindow::exportChosen);
     QAction* print = file->addAction(QIcon::fromTheme(QStringLiteral("document-print")), tr("&Print..."), this,
                                      &ViewWindow::print);
     print->setShortcut(QKeySequence::Print);
@@ -427,6 +446,31 @@ bool ViewWindow::saveAsChosen()
     return save(withChartSuffix(dialog.selectedFiles().constFirst()));
 }
 
+bool ViewWindow::exportChart(const QString& path)
+{
+    const Orv::Chart::ChartFrames* frames = m_chart->frames();
+    QString error = tr("%1: there is no chart to export").arg(path);
+    if (frames == nullptr || !frames->painter().write(path, &error)) {
+        showFault(error);
+        return false;
+    }
+    showStatus(tr("Exported the chart to %1").arg(path));
+    return true;
+}
+
+// Next to the chart or data file, named after it.
+void ViewWindow::exportChosen()
+{
+    const QString source = m_document->chartPath().isEmpty() ? m_document->dataPath() : m_document->chartPath();
+    const QFileInfo info(source.isEmpty() ? QStringLiteral("chart") : source);
+    QFileDialog dialog(this, tr("Export the chart"), info.dir().filePath(info.completeBaseName()),
+                       exportFilters().join(QStringLiteral(";;")));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    exportChart(withExportSuffix(dialog.selectedFiles().constFirst(), dialog.selectedNameFilter()));
+}
+
 void ViewWindow::print()
 {
     if (!m_printer)
@@ -437,7 +481,8 @@ void ViewWindow::print()
     dialog->open();
 }
 
-// The chart as the view draws it, scaled to fit the page.
+// The painter's origin is the printable area's corner; the frame's fonts
+// are sized in pixels, so they scale with the rest of the layout.
 void ViewWindow::printOn(QPrinter& printer)
 {
     const Orv::Chart::ChartFrames* frames = m_chart->frames();
@@ -448,9 +493,10 @@ void ViewWindow::printOn(QPrinter& printer)
         showFault(tr("The chart could not be printed."));
         return;
     }
-    const QRectF page = printer.pageRect(QPrinter::DevicePixel);
+    const QSizeF page = printer.pageRect(QPrinter::DevicePixel).size();
     const QSizeF size = frames->size();
     const double scale = std::min(page.width() / size.width(), page.height() / size.height());
+    painter.translate((page.width() - scale * size.width()) / 2, (page.height() - scale * size.height()) / 2);
     painter.scale(scale, scale);
     frames->paint(painter);
     showStatus(tr("Printed the chart"));

@@ -36,6 +36,10 @@ class PropertyEditor;
 
 namespace kelview {
 
+// The path the export dialog gave, with the suffix of its chosen name filter
+// ("PDF documents (*.pdf)") added when it names no format kelview writes.
+QString withExportSuffix(const QString& path, const QString& nameFilter);
+
 class LogRelay;
 class MessageBar;
 
@@ -66,6 +70,12 @@ public:
     void replaceDocument(std::unique_ptr<ChartDocument> document);
     // Writes the chart file; gives false and shows why when it cannot.
     bool save(const QString& path);
+    // Writes the chart as shown, in the widget's size, as PNG, SVG or PDF by
+    // the path's suffix; gives false and shows why when it cannot.
+    bool exportChart(const QString& path);
+    // Prints the chart as shown on one page, fitted to the printable area and
+    // centred on it; the chart's layout is kept, drawn to the page's scale.
+    void printOn(QPrinter& printer);
     // After the tree was changed outside the editor: new rows, new frame.
     void treeChanged();
     // The chart writes numbers and dates as `locale` does.
@@ -105,8 +115,8 @@ private:
     void openChosen();
     bool saveChosen();
     bool saveAsChosen();
+    void exportChosen();
     void print();
-    void printOn(QPrinter& printer);
     void chooseLocale(const QString& name);
 
     std::unique_ptr<ChartDocument> m_document;

@@ -2,6 +2,9 @@
 
 #include "TestSupport.h"
 
+#include "SvgChecks.h"
+#include "TextPlacement.h"
+
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -12,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -310,6 +314,49 @@ TEST_F(KelchartTest, CLocaleDrawsAsWithoutOne)
     EXPECT_EQ(QImage(path(QStringLiteral("c.png"))), QImage(path(QStringLiteral("kelchart.png"))));
 }
 
+// --png, --svg and --pdf say the format, --output and -o the suffix; every one is written, in order, and the
+// defaults are not. --scale multiplies the PNG files' pixels alone.
+TEST_F(KelchartTest, OutputsAreWrittenInTheFormatsTheyName)
+{
+    const KelchartRun result = run({QStringLiteral("-o"), QStringLiteral("a.png"), QStringLiteral("--output"),
+                                    QStringLiteral("b.SVG"), QStringLiteral("--pdf"), QStringLiteral("c.data"),
+                                    QStringLiteral("--png"), QStringLiteral("d.data"), QStringLiteral("-o"),
+                                    QStringLiteral("e.pdf"), QStringLiteral("--scale"), QStringLiteral("1.5"),
+                                    QStringLiteral("--size"), QStringLiteral("401x300")});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_TRUE(result.out.contains("wrote a.png, b.SVG, c.data, d.data and e.pdf\n")) << result.out.toStdString();
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("a.png"), QStringLiteral("b.SVG"), QStringLiteral("c.data"),
+                                    QStringLiteral("d.data"), QStringLiteral("e.pdf")}));
+    // 401 x 1.5 = 601.5 rounds up.
+    EXPECT_EQ(QImage(path(QStringLiteral("a.png"))).size(), QSize(602, 450));
+    EXPECT_EQ(QImage(path(QStringLiteral("d.data")), "PNG").size(), QSize(602, 450));
+    EXPECT_TRUE(readAll(path(QStringLiteral("b.SVG"))).contains("viewBox=\"0 0 401 300\""));
+    EXPECT_TRUE(readAll(path(QStringLiteral("c.data"))).startsWith("%PDF-"));
+    EXPECT_EQ(readAll(path(QStringLiteral("c.data"))).size(), readAll(path(QStringLiteral("e.pdf"))).size());
+}
+
+// The PDF file's texts are text, where the SVG file of the same run puts them (within 2 pixels; its points
+// are 96/72 of the chart's pixels).
+TEST_F(KelchartTest, PdfTextsLieWhereTheSvgPutsThem)
+{
+    if (!OrvTest::pdftotextFound())
+        GTEST_SKIP() << "pdftotext (poppler-utils) is not installed";
+    const KelchartRun result = run({QStringLiteral("--pdf"), QStringLiteral("chart.pdf"), QStringLiteral("--svg"),
+                                    QStringLiteral("chart.svg"), QStringLiteral("--locale"), QStringLiteral("de_DE")});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    QString error;
+    const QList<OrvTest::PdfPageText> pages = OrvTest::pdfWords(path(QStringLiteral("chart.pdf")), &error);
+    ASSERT_EQ(pages.size(), 1) << error.toStdString();
+    EXPECT_EQ(pages[0].size, QSizeF(600, 375));
+    const QList<OrvTest::PlacedText> expected =
+        OrvTest::svgTextBoxes(OrvTest::parseSvg(readAll(path(QStringLiteral("chart.svg")))));
+    EXPECT_TRUE(std::any_of(expected.begin(), expected.end(),
+                            [](const OrvTest::PlacedText& text) { return text.text == QLatin1String("101,9"); }));
+    const QStringList faults =
+        OrvTest::placementFaults(expected, OrvTest::mapped(pages[0].words, QTransform::fromScale(4.0 / 3, 4.0 / 3)), 2.0);
+    EXPECT_TRUE(faults.isEmpty()) << faults.join(QLatin1Char('\n')).toStdString();
+}
+
 TEST_F(KelchartTest, UnorderedRepeatingXIsSavedAsPoints)
 {
     writeText(path(QStringLiteral("scatter.csv")), "h\tw\n1.8\t80\n1.6\t60\n1.8\t75\n");
@@ -404,7 +451,18 @@ INSTANTIATE_TEST_SUITE_P(
         BadInput{"BadTicks", {QStringLiteral("--ticks"), QStringLiteral("0")}, "--ticks 0: expected a whole number", 2},
         BadInput{"UnknownLocale", {QStringLiteral("--locale"), QStringLiteral("xx_YY")},
                  "--locale xx_YY: not a locale name", 2},
-        BadInput{"TwoCsvFiles", {QStringLiteral("a.csv"), QStringLiteral("b.csv")}, "at most one CSV file", 2}),
+        BadInput{"TwoCsvFiles", {QStringLiteral("a.csv"), QStringLiteral("b.csv")}, "at most one CSV file", 2},
+        BadInput{"UnknownSuffix", {QStringLiteral("-o"), QStringLiteral("chart.bmp")},
+                 "--output chart.bmp: expected a file name ending in .png, .svg or .pdf", 2},
+        BadInput{"NoSuffix", {QStringLiteral("--output"), QStringLiteral("chart")},
+                 "--output chart: expected a file name ending in .png, .svg or .pdf", 2},
+        BadInput{"ScaleZero", {QStringLiteral("--scale"), QStringLiteral("0")},
+                 "--scale 0: expected a number above 0 and at most 8", 2},
+        BadInput{"ScaleNotANumber", {QStringLiteral("--scale"), QStringLiteral("2x")},
+                 "--scale 2x: expected a number above 0 and at most 8", 2},
+        BadInput{"ScaleTooLargeForTheSize",
+                 {QStringLiteral("--scale"), QStringLiteral("4"), QStringLiteral("--size"), QStringLiteral("5000x500")},
+                 "--scale 4 makes a PNG file of 20000x2000 pixels", 2}),
     [](const ::testing::TestParamInfo<BadInput>& info) { return std::string(info.param.name); });
 
 TEST_F(KelchartTest, UnwritableImageLeavesNoPartialFile)
