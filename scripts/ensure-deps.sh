@@ -6,7 +6,8 @@ packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5svg5-dev libboost-dev l
           libgtest-dev libgmock-dev libbenchmark-dev gcovr
           libhowardhinnant-date-dev tzdata libcsv-dev libfast-float-dev poppler-utils
           qtdeclarative5-dev qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-controls2
-          qml-module-qtquick-templates2 qml-module-qtquick-layouts qml-module-qtquick-dialogs qml-module-qt-labs-platform "$@")
+          qml-module-qtquick-templates2 qml-module-qtquick-layouts qml-module-qtquick-dialogs qml-module-qt-labs-platform
+          qml-module-qtquick-controls qml-module-qt-labs-folderlistmodel "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

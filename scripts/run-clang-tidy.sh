@@ -15,12 +15,13 @@ jobs=${JOBS:-2}
 # which is all clang-tidy needs; nothing is compiled.
 cmake -S "$top" -B "$build" -G Ninja -DORV_BUILD_BENCHMARKS=OFF -DORV_BUILD_TESTS=OFF -DORV_BUILD_EXAMPLES=OFF >/dev/null
 # moc's output is generated, not configured: build the widgets' autogen step so their sources parse.
-cmake --build "$build" --target Orv.UI.Graphics.ChartWidgets_autogen Orv.UI.Graphics.ChartProperties_autogen >/dev/null
+cmake --build "$build" --target Orv.UI.Graphics.ChartWidgets_autogen Orv.UI.Graphics.ChartProperties_autogen \
+  Orv.UI.Graphics.ChartView_autogen Orv.UI.Graphics.ChartQuick_autogen >/dev/null
 
 # run-clang-tidy takes regexes matched against the compile database's paths.
 modules='UI\.Graphics/Chart'
 [ "${1:-}" = "--chart-only" ] ||
-  modules='UI\.Graphics/(Chart|ChartIO|ChartPainter|ChartWidgets|ChartProperties|Core)|OrvDebug|CppMath'
+  modules='UI\.Graphics/(Chart|ChartIO|ChartPainter|ChartView|ChartWidgets|ChartQuick|ChartProperties|Core)|OrvDebug|CppMath'
 sources="^$top/($modules)/[^/]*\.cpp\$"
 
 start=$(date +%s)

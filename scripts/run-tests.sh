@@ -16,7 +16,7 @@ case "${1:-}" in
     build=$top/build-qt6
     "$top/scripts/ensure-deps.sh" qt6-base-dev qt6-svg-dev qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window \
         qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-layouts qml6-module-qtquick-dialogs \
-        qml6-module-qtqml-workerscript qml6-module-qt-labs-platform
+        qml6-module-qtqml-workerscript qml6-module-qt-labs-platform qml6-module-qt-labs-folderlistmodel
     "$top/scripts/build.sh" "$build" -DORV_QT_MAJOR=6 -DORV_BUILD_BENCHMARKS=OFF
     ;;
   "")

@@ -19,6 +19,10 @@
 // Labels and read-outs follow the widget's locale (QWidget::setLocale); the
 // chart's own texts stay as the model writes them.
 //
+// The gestures, the history, the hover and the kept picture are
+// ChartNavigator's (ChartView), which the Qt Quick item shares, so that both
+// hosts do the same to the same ranges.
+//
 // Every navigation is a view: `back()` and `forward()` walk through them.
 // A view holds its ranges exactly: the axes it writes get "tightRange".
 //
@@ -30,10 +34,10 @@
 
 #include "OrvChartWidgetsExport.h"
 #include "ChartFrames.h"
+#include "ChartNavigator.h"
 #include "HoverText.h"
 #include "ViewHistory.h"
 
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPointF>
 #include <QStringList>
@@ -43,12 +47,7 @@
 #include <memory>
 #include <vector>
 
-class QTimer;
-
 namespace Orv::Chart {
-
-class CacheInputs;
-class KeptFrame;
 
 // A point of one series, chosen with the keyboard.
 struct PointCursor {
@@ -71,7 +70,7 @@ public:
     // replaced first. Its ranges now are the Home view; the history starts anew.
     void setChart(KelChart* chart, const Orv::Chart::AxisPairs& pairs);
     // The frames drawn, null without a chart.
-    const ChartFrames* frames() const { return m_frames.get(); }
+    const ChartFrames* frames() const { return m_nav->frames(); }
     // After a change of the chart outside the view: a new frame, over new
     // caches unless nothing the caches were built from changed (a colour, a
     // title or a range was edited, but no data, unit or binding).
@@ -86,13 +85,13 @@ public:
     void liveAppended();
 
     // What the hover shows: the cursor's position, then one line per series.
-    const QStringList& hoverLines() const { return m_hover; }
+    const QStringList& hoverLines() const { return m_nav->hoverLines(); }
     // The cursor's position in axis units ("x = 12.5 h, y = 3.2 degC"), empty outside the plot.
-    QString readOut() const { return m_readOut; }
+    QString readOut() const { return m_nav->readOut(); }
 
-    bool canGoBack() const { return m_history.canGoBack(); }
-    bool canGoForward() const { return m_history.canGoForward(); }
-    const ViewHistory& history() const { return m_history; }
+    bool canGoBack() const { return m_nav->history().canGoBack(); }
+    bool canGoForward() const { return m_nav->history().canGoForward(); }
+    const ViewHistory& history() const { return m_nav->history(); }
 
     PointCursor pointCursor() const { return m_cursor; }
     // Moves the keyboard's point cursor; out of range positions are clamped.
@@ -151,55 +150,17 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    enum class Drag { None, Pan, Band };
-
-    void rescale();
-    void frameChanged();
-    const QImage& chartPicture();
-    void beginInteraction();
-    void settleSoon();
-    void settle();
-    void rangesWritten();
-    void viewChosen();
-    void showView(const ViewState& state);
-    void zoomAt(QPointF centre, double factor);
-    bool toggleLegendEntry(QPointF pixel);
     std::vector<std::size_t> drawnSeries() const;
     bool moveCursorToSeries(bool next);
     std::size_t nearestOnSeries(std::size_t series) const;
     void moveCursorAlong(long steps);
     void keepCursorInView();
-    void updateHover(QPointF pixel);
-    void clearHover();
-    void refreshHover();
-    void paintBand(QPainter& painter) const;
-    void paintCrosshair(QPainter& painter) const;
-    void paintMarkers(QPainter& painter) const;
+    void paintCursorRing(QPainter& painter) const;
     void paintHover(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
 
-    std::unique_ptr<ChartFrames> m_frames;
-    std::unique_ptr<KeptFrame> m_picture;
-    // What the frames' caches were built from, to tell an edit of the look from one of the data.
-    std::unique_ptr<CacheInputs> m_cacheInputs;
-    // Ends the interactive frames a while after the last wheel notch or key.
-    QTimer* m_settle;
-    ViewHistory m_history;
-    Drag m_drag = Drag::None;
-    QPointF m_pressed;
-    QPointF m_current;
-    // The ranges at the press: a pan moves from them by the whole drag, so
-    // that rounding does not add up over many small steps.
-    std::unique_ptr<class AxisRanges> m_pressRanges;
-    // The axis a drag on its labels moves alone, or every axis (npos).
-    std::size_t m_dragSpan = static_cast<std::size_t>(-1);
-    QElapsedTimer m_wheelClock;
-    QStringList m_hover;
-    std::vector<HoverText::Hit> m_hits;
-    QString m_readOut;
-    // The hovered pixel; none when the cursor is not over the widget.
-    QPointF m_hoverAt;
-    bool m_hovering = false;
+    // The frames, their kept picture, the history, the gestures and the hover.
+    ChartNavigator* m_nav;
     PointCursor m_cursor;
 };
 

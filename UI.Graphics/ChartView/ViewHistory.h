@@ -3,7 +3,7 @@
 // the one the chart opened with.
 // A new view after going back drops the views ahead, as a browser does.
 
-#include "OrvChartWidgetsExport.h"
+#include "OrvChartViewExport.h"
 #include "ViewState.h"
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace Orv::Chart {
 
-class ORV_CHARTWIDGETS_EXPORT ViewHistory {
+class ORV_CHARTVIEW_EXPORT ViewHistory {
 public:
     // Starts anew with Home.
     void reset(const ViewState& home);

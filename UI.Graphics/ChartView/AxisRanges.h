@@ -8,7 +8,7 @@
 // A discrete axis along the same edges as a continuous one follows it with a
 // view window ("viewMin", "viewMax"), so that bars stay on their hours.
 
-#include "OrvChartWidgetsExport.h"
+#include "OrvChartViewExport.h"
 #include "ChartFrames.h"
 #include "ChartLayout.h"
 #include "ElementClasses.h"
@@ -27,7 +27,7 @@ namespace Orv::Chart {
 
 // One continuous axis of a frame: its range in scale coordinates and the
 // plot edge it runs along.
-struct ORV_CHARTWIDGETS_EXPORT AxisSpan {
+struct ORV_CHARTVIEW_EXPORT AxisSpan {
     KelChartAxisContinuous* axis;
     // As series name it ("axis.y.left").
     QString name;
@@ -47,7 +47,7 @@ struct ORV_CHARTWIDGETS_EXPORT AxisSpan {
     double perPixel() const;
 };
 
-class ORV_CHARTWIDGETS_EXPORT AxisRanges {
+class ORV_CHARTVIEW_EXPORT AxisRanges {
 public:
     static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 

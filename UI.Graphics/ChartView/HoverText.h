@@ -10,7 +10,7 @@
 //     search), others by screen distance. A point without a reading (NaN) says
 //     so rather than printing "nan".
 
-#include "OrvChartWidgetsExport.h"
+#include "OrvChartViewExport.h"
 #include "ChartFrames.h"
 
 #include <QLocale>
@@ -38,20 +38,20 @@ struct Hover {
 };
 
 // Empty outside the plot.
-ORV_CHARTWIDGETS_EXPORT Hover at(const ChartFrames& frames, QPointF pixel, const QLocale& locale = QLocale::c());
+ORV_CHARTVIEW_EXPORT Hover at(const ChartFrames& frames, QPointF pixel, const QLocale& locale = QLocale::c());
 // The hits' lines: one per series with a point.
-ORV_CHARTWIDGETS_EXPORT QStringList lines(const ChartFrames& frames, QPointF pixel);
+ORV_CHARTVIEW_EXPORT QStringList lines(const ChartFrames& frames, QPointF pixel);
 // One point of a series: "air temperature: x = 13 h, y = 8.12916 degC"; empty when there is none.
-ORV_CHARTWIDGETS_EXPORT QString pointText(const ChartFrames& frames, std::size_t series, std::size_t index,
-                                          const QLocale& locale = QLocale::c());
+ORV_CHARTVIEW_EXPORT QString pointText(const ChartFrames& frames, std::size_t series, std::size_t index,
+                                       const QLocale& locale = QLocale::c());
 // Where that point is drawn; NaN coordinates when it has no place.
-ORV_CHARTWIDGETS_EXPORT QPointF pointPixel(const ChartFrames& frames, std::size_t series, std::size_t index);
+ORV_CHARTVIEW_EXPORT QPointF pointPixel(const ChartFrames& frames, std::size_t series, std::size_t index);
 // A time axis's value as a date in the axis's zone, to `resolution` in the
 // axis's coordinates (zero: as exact as the value); empty where the calendar has none.
-ORV_CHARTWIDGETS_EXPORT QString dateText(const PlotAxis& axis, double value, double resolution);
+ORV_CHARTVIEW_EXPORT QString dateText(const PlotAxis& axis, double value, double resolution);
 // The label of the category at that value, or empty.
-ORV_CHARTWIDGETS_EXPORT QString categoryText(const PlotAxis& axis, double value);
+ORV_CHARTVIEW_EXPORT QString categoryText(const PlotAxis& axis, double value);
 // The title of a series, or its name when untitled.
-ORV_CHARTWIDGETS_EXPORT QString seriesName(const ChartFrames& frames, std::size_t series);
+ORV_CHARTVIEW_EXPORT QString seriesName(const ChartFrames& frames, std::size_t series);
 
 } // namespace Orv::Chart::HoverText

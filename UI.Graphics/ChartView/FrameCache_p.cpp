@@ -134,8 +134,8 @@ void record(KelProperties& node, const QString& parentPath, bool inLegend, QStri
     if (!legend)
         for (const QString& name : store.names())
             if (!onlyLooks(node.type(), name))
-                entries << path + QLatin1Char('/') + name + QLatin1Char('=') + store.getString(name) +
-                               QLatin1Char(' ') + store.getUnit(name, QString());
+                entries << path + QLatin1Char('/') + name + QLatin1Char('=') + store.getString(name) + QLatin1Char(' ')
+                               + store.getUnit(name, QString());
     if (auto* iter = dynamic_cast<KelVariableIter*>(&node))
         entries << path + QLatin1Char('/') + itemsOf(*iter);
     for (unsigned i = 0; i < node.size(); ++i)

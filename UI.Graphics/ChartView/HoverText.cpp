@@ -51,7 +51,8 @@ double slotShift(const PlotAxis& axis)
 double valueAt(const AxisView& view, QPointF pixel)
 {
     const QRectF& plot = view.plot;
-    double t = view.horizontal() ? (pixel.x() - plot.left()) / plot.width() : (plot.bottom() - pixel.y()) / plot.height();
+    double t =
+        view.horizontal() ? (pixel.x() - plot.left()) / plot.width() : (plot.bottom() - pixel.y()) / plot.height();
     if (view.inverted)
         t = 1.0 - t;
     return view.axis->min + t * (view.axis->max - view.axis->min) - slotShift(*view.axis);

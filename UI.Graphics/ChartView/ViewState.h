@@ -3,7 +3,7 @@
 // axes ("autoScale", "tightRange", "min", "max") and the view windows of the
 // discrete ones, so that going back to a view gives the very frame it showed.
 
-#include "OrvChartWidgetsExport.h"
+#include "OrvChartViewExport.h"
 #include "ElementClasses.h"
 
 #include <QString>
@@ -14,7 +14,7 @@ namespace Orv::Chart {
 
 // The range settings of the axes of a chart: of the continuous ones, and the
 // view windows of the discrete ones (in `min` and `max`).
-class ORV_CHARTWIDGETS_EXPORT ViewState {
+class ORV_CHARTVIEW_EXPORT ViewState {
 public:
     struct Axis {
         // The axis's place: the pair's letter and 0 for its first axis, 1 for its second.

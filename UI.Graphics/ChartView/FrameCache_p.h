@@ -1,6 +1,6 @@
 #pragma once
-// What the chart widget keeps between events so that it redoes work only
-// when its inputs change: the picture of the chart under the overlays
+// What a chart's view (ChartNavigator, for a widget or a Qt Quick item) keeps
+// between events so that it redoes work only when its inputs change: the picture of the chart under the overlays
 // (KeptFrame), and a record of what the data caches were built from
 // (CacheInputs), which tells an edit of the look from one of the data.
 

@@ -10,8 +10,9 @@ namespace Orv::Chart {
 
 namespace {
 
-// Axes are known by their place (null where the pair has none) ("x0" is the first of the x pair): names repeat across pairs.
-template<typename Visit>
+// Axes are known by their place (null where the pair has none) ("x0" is the first of the x pair): names repeat across
+// pairs.
+template <typename Visit>
 void forEachAxis(const AxisPairs& pairs, Visit visit)
 {
     const std::pair<QChar, KelChartAxisPair*> named[] = {{u'x', pairs.x}, {u'y', pairs.y}, {u'z', pairs.z}};
@@ -27,8 +28,8 @@ void forEachAxis(const AxisPairs& pairs, Visit visit)
 
 bool ViewState::Axis::operator==(const Axis& other) const
 {
-    return place == other.place && autoScale == other.autoScale && tightRange == other.tightRange &&
-           min == other.min && max == other.max;
+    return place == other.place && autoScale == other.autoScale && tightRange == other.tightRange && min == other.min
+           && max == other.max;
 }
 
 ViewState ViewState::of(const AxisPairs& pairs)

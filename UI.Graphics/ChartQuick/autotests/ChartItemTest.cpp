@@ -1,0 +1,190 @@
+// The chart item as QML uses it: the module, its properties, its methods and
+// what a source that cannot be shown does.
+#include "QuickWindow.h"
+
+#include "ChartFile.h"
+#include "SampleChart.h"
+#include "TempFolder.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QSignalSpy>
+#include <QWindow>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+using Orv::Chart::ChartItem;
+
+class ChartItemTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { ChartItem::registerQmlTypes(); }
+
+    // An item made by QML from `body` inside `Chart { }`.
+    std::unique_ptr<ChartItem> fromQml(const QByteArray& body)
+    {
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick 2.15\nimport Orv.Chart 1.0\nChart { width: 800; height: 500\n" + body + "\n}",
+                          QUrl());
+        std::unique_ptr<QObject> made(component.create());
+        EXPECT_TRUE(made) << component.errorString().toStdString();
+        return std::unique_ptr<ChartItem>(qobject_cast<ChartItem*>(made.release()));
+    }
+
+    QQmlEngine engine;
+    OrvTest::TempFolder folder;
+};
+
+TEST_F(ChartItemTest, QmlMakesTheChartWithTheSampleAndSetsItsProperties)
+{
+    const auto item = fromQml("title: \"Station\"\nxAxis.min: 2\nxAxis.max: 20\nyAxis.logarithmic: false");
+    ASSERT_TRUE(item);
+    ASSERT_TRUE(item->hasChart());
+    EXPECT_EQ(item->title(), QStringLiteral("Station"));
+    EXPECT_EQ(item->frames()->chart().title.get(), QStringLiteral("Station"));
+    EXPECT_EQ(item->xAxis()->kind(), QStringLiteral("continuous"));
+    EXPECT_EQ(item->yAxis()->kind(), QStringLiteral("continuous"));
+    EXPECT_DOUBLE_EQ(item->xAxis()->min(), 2);
+    EXPECT_DOUBLE_EQ(item->xAxis()->max(), 20);
+    EXPECT_FALSE(item->xAxis()->autoScale());
+    EXPECT_TRUE(item->errorString().isEmpty());
+}
+
+TEST_F(ChartItemTest, MethodsMoveTheViewAndSignalIt)
+{
+    const auto item = fromQml("");
+    ASSERT_TRUE(item);
+    const QSignalSpy ranges(item.get(), &ChartItem::rangesChanged);
+    const QSignalSpy axis(item->xAxis(), &Orv::Chart::ChartAxis::changed);
+    const double width = item->xAxis()->max() - item->xAxis()->min();
+    ASSERT_TRUE(std::isfinite(width));
+    QMetaObject::invokeMethod(item.get(), "zoomIn");
+    EXPECT_NEAR(item->xAxis()->max() - item->xAxis()->min(), 0.8 * width, 1e-9 * width);
+    QMetaObject::invokeMethod(item.get(), "fitY");
+    QMetaObject::invokeMethod(item.get(), "zoomOut");
+    EXPECT_NEAR(item->xAxis()->max() - item->xAxis()->min(), width, 1e-9 * width);
+    EXPECT_EQ(ranges.count(), 3);
+    EXPECT_GE(axis.count(), 3);
+    EXPECT_TRUE(item->canGoBack());
+    QMetaObject::invokeMethod(item.get(), "home");
+    EXPECT_TRUE(item->xAxis()->autoScale() || item->xAxis()->max() - item->xAxis()->min() == width);
+}
+
+TEST_F(ChartItemTest, ACsvSourceIsSetUpForItsDataAndAChartFileLoaded)
+{
+    const QString csv = folder.write("week.csv", "day,pressure [hPa]\nMon,1012\nTue,1008\nWed,995\n");
+    const auto item = fromQml("");
+    ASSERT_TRUE(item);
+    const QSignalSpy changed(item.get(), &ChartItem::chartChanged);
+    item->setSource(QUrl::fromLocalFile(csv));
+    EXPECT_TRUE(item->errorString().isEmpty()) << item->errorString().toStdString();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(item->title(), QStringLiteral("week"));
+    EXPECT_EQ(item->xAxis()->kind(), QStringLiteral("discrete"));
+    EXPECT_TRUE(std::isnan(item->xAxis()->min()));
+
+    KelModifiedGroup group;
+    const auto sample = Orv::Chart::SampleChart::build(group);
+    sample->title.set(QStringLiteral("saved"));
+    const QString json = folder.path("chart.json");
+    ASSERT_TRUE(Orv::Chart::ChartFile::save(*sample, json));
+    item->setSource(QUrl::fromLocalFile(json));
+    EXPECT_TRUE(item->errorString().isEmpty()) << item->errorString().toStdString();
+    EXPECT_EQ(item->title(), QStringLiteral("saved"));
+}
+
+struct BrokenSource {
+    const char* name;
+    QByteArray bytes;
+    const char* suffix;
+};
+
+class BrokenSourceTest : public ChartItemTest, public ::testing::WithParamInterface<BrokenSource> {};
+
+// The chart shown before stays; the fault names the file.
+TEST_P(BrokenSourceTest, SetsTheErrorAndKeepsTheChart)
+{
+    const auto item = fromQml("title: \"before\"");
+    ASSERT_TRUE(item);
+    const QSignalSpy error(item.get(), &ChartItem::errorStringChanged);
+    const QString path = GetParam().bytes.isNull()
+                             ? folder.path(QStringLiteral("missing.") + GetParam().suffix)
+                             : folder.write(QStringLiteral("broken.") + GetParam().suffix, GetParam().bytes);
+    item->setSource(QUrl::fromLocalFile(path));
+    EXPECT_FALSE(item->errorString().isEmpty());
+    EXPECT_TRUE(item->errorString().contains(QFileInfo(path).fileName())) << item->errorString().toStdString();
+    EXPECT_EQ(error.count(), 1);
+    EXPECT_TRUE(item->hasChart());
+    EXPECT_EQ(item->title(), QStringLiteral("before"));
+    item->setSource(QUrl());
+    EXPECT_TRUE(item->errorString().isEmpty()) << "the sample loads";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BrokenSourceTest,
+    ::testing::Values(BrokenSource{"Missing", QByteArray(), "csv"},
+                      BrokenSource{"RaggedCsv", "a,b\n1,2\n3,4,5,6\n\"unterminated\n", "csv"},
+                      BrokenSource{"NotJson", "{ this is not json", "json"},
+                      BrokenSource{"JsonOfNoChart", "[1, 2, 3]", "json"},
+                      BrokenSource{"Binary", QByteArray("\x00\xff\x10\x00", 4), "json"}),
+    [](const ::testing::TestParamInfo<BrokenSource>& info) { return std::string(info.param.name); });
+
+TEST_F(ChartItemTest, AFolderOrARemoteUrlIsRefusedWithoutReading)
+{
+    const auto item = fromQml("");
+    ASSERT_TRUE(item);
+    item->setSource(QUrl::fromLocalFile(folder.path()));
+    EXPECT_FALSE(item->errorString().isEmpty());
+    item->setSource(QUrl(QStringLiteral("https://example.org/data.csv")));
+    EXPECT_TRUE(item->errorString().contains(QStringLiteral("only local files")));
+}
+
+TEST_F(ChartItemTest, AWindowShowsTheChartAndTheHoverOverIt)
+{
+    quicktest::QuickChart quick(QSize(800, 500));
+    const QSignalSpy hover(quick.item, &ChartItem::hoverChanged);
+    const QImage before = quick.grab();
+    const QPointF centre = quick.item->frames()->layout().plot().center();
+    quicktest::sendMouse(quick.window.get(), QEvent::MouseMove, centre, Qt::NoButton);
+    EXPECT_GE(hover.count(), 1);
+    EXPECT_FALSE(quick.item->readOut().isEmpty());
+    const QImage after = quick.grab();
+    ASSERT_FALSE(before.isNull());
+    ASSERT_EQ(after.size(), before.size());
+    int changed = 0;
+    for (int y = 0; y < after.height(); y += 2)
+        for (int x = 0; x < after.width(); x += 2)
+            changed += after.pixel(x, y) != before.pixel(x, y) ? 1 : 0;
+    EXPECT_GT(changed, 100) << "crosshair and box";
+    const qint64 kept = quick.item->keptFrame().cacheKey();
+    EXPECT_EQ(kept, quick.item->keptFrame().cacheKey());
+}
+
+TEST_F(ChartItemTest, TwoFingersSpreadingZoomAboutTheirCentreAndOneFingerPans)
+{
+    quicktest::QuickChart quick(QSize(800, 500));
+    QWindow* window = quick.window.get();
+    auto* device = QTest::createTouchDevice();
+    const QPoint centre = quick.item->frames()->layout().plot().center().toPoint();
+    const Orv::Chart::ChartAxis& x = *quick.item->xAxis();
+    const double width = x.max() - x.min();
+    QTest::touchEvent(window, device)
+        .press(0, centre - QPoint(100, 0), window)
+        .press(1, centre + QPoint(100, 0), window);
+    QTest::touchEvent(window, device).move(0, centre - QPoint(125, 0), window).move(1, centre + QPoint(125, 0), window);
+    QTest::touchEvent(window, device)
+        .release(0, centre - QPoint(125, 0), window)
+        .release(1, centre + QPoint(125, 0), window);
+    EXPECT_NEAR(x.max() - x.min(), 0.8 * width, 1e-9 * width) << "fingers 1.25 times as far apart";
+
+    const double min = x.min();
+    QTest::touchEvent(window, device).press(0, centre, window);
+    QTest::touchEvent(window, device).move(0, centre + QPoint(40, 0), window);
+    QTest::touchEvent(window, device).release(0, centre + QPoint(40, 0), window);
+    EXPECT_NEAR(x.max() - x.min(), 0.8 * width, 1e-9 * width);
+    EXPECT_LT(x.min(), min) << "dragged right: earlier values come into view";
+}
+
+} // namespace
