@@ -25,24 +25,10 @@ constexpr int WidestStrideWithMinors = 10;
 constexpr int ShortestFixedExponent = -4;
 constexpr int LongestFixedExponent = 5;
 
-// The double nearest m × 10^k, as a decimal parser rounds it; 0 or infinite when out of range.
-double decimalValue(int m, int k)
-{
-    char text[32];
-    char* end = std::to_chars(text, text + sizeof text, m).ptr;
-    *end++ = 'e';
-    end = std::to_chars(end, text + sizeof text, k).ptr;
-    double value = 0.0;
-    const auto result = std::from_chars(text, end, value);
-    if (result.ec == std::errc::result_out_of_range)
-        return k > 0 ? std::numeric_limits<double>::infinity() : 0.0;
-    return value;
-}
-
 // m × 10^k as a tick, or nothing when the double cannot hold it.
 bool makeTick(int m, int k, const NumberFormat& format, LogTicks::Tick& tick)
 {
-    tick.value = decimalValue(m, k);
+    tick.value = Decimal{m, k}.toDouble();
     if (!(tick.value > 0.0) || !std::isfinite(tick.value))
         return false;
     tick.position = k + std::log10(static_cast<double>(m));

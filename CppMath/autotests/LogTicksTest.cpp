@@ -1,9 +1,13 @@
 #include "LogTicks.h"
 
+#include "LabelValue.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <iomanip>
+#include <random>
 #include <limits>
 #include <regex>
 #include <string>
@@ -211,3 +215,30 @@ TEST(LogTicks, DegenerateRangesAreEmpty)
 }
 
 } // namespace
+
+// Logarithmic axes from 1e-320 to 1e308, a tenth of a decade to 600 decades wide: every major and
+// minor tick is the double nearest its label times the factor.
+TEST(LogTicks, SweepTickValuesAreTheirLabelsExactly)
+{
+    std::mt19937_64 random(20261125);
+    std::uniform_real_distribution<double> low(-320.0, 308.0), width(-1.0, 2.8);
+    std::uniform_int_distribution<int> count(2, 12);
+    int failures = 0, ticks = 0;
+    const auto check = [&](const LogTicks::Tick& tick, double factor) {
+        const int factorExponent = static_cast<int>(std::lround(std::log10(factor)));
+        const std::string text = LabelValue::decimalText(tick.label, factorExponent);
+        ++ticks;
+        if (tick.value != std::strtod(text.c_str(), nullptr) && ++failures <= 10)
+            ADD_FAILURE() << std::setprecision(17) << "tick '" << tick.label << "' read as " << text << " is "
+                          << tick.value;
+    };
+    for (int n = 0; n < 20000 && failures < 10; ++n) {
+        const double lo = low(random), hi = std::min(lo + std::pow(10.0, width(random)), 308.25);
+        const LogTicks t(lo, hi, count(random), NumberFormat());
+        for (int i = 0; i < t.size(); ++i)
+            check(t.major(i), t.factor());
+        for (int i = 0; i < t.minorCount(); ++i)
+            check(t.minor(i), t.factor());
+    }
+    EXPECT_GT(ticks, 50000);
+}
