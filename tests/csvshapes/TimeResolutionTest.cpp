@@ -1,12 +1,13 @@
 // Samples 0.1 s apart, one minute of them, read from a file whose first row lies 1, 10 or 100
-// years before them: the series must draw and decimate exactly as when the samples follow the
-// first row by seconds, however far the values are from the file's first row.
+// years before them: the series must draw, decimate and hover exactly as when the samples follow
+// the first row by seconds, however far the values are from the file's first row.
 
 #include "ChartFrames.h"
 #include "ChartSetUp.h"
 #include "CsvImport.h"
 #include "DataBinding.h"
 #include "ElementClasses.h"
+#include "HoverText.h"
 
 #include "KelChart2D.h"
 #include "KelChartAxisContinuous.h"
@@ -22,6 +23,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 using namespace Orv::Chart;
 
@@ -90,6 +92,19 @@ public:
         return image.copy(m_frames->layout().plot().toAlignedRect());
     }
 
+    // The sample the hover names at that fraction of the plot's width, and its text.
+    std::pair<long, QString> hoverAt(double fraction) const
+    {
+        const QRectF plot = m_frames->layout().plot();
+        const QPointF pixel(plot.left() + fraction * plot.width(), plot.center().y());
+        const HoverText::Hover hover = HoverText::at(*m_frames, pixel);
+        if (hover.hits.size() != 1)
+            return {-1, {}};
+        const QString line = hover.hits.front().line;
+        // "level: x = 2001-01-01 00:00:12.3, y = ...": the date differs by the years, the time must not.
+        return {static_cast<long>(hover.hits.front().index), line.mid(line.indexOf(' ', line.indexOf("x = ") + 4))};
+    }
+
     // The points the view draws.
     std::vector<std::size_t> lines() const { return m_frames->view(0).lines(placement()); }
     std::vector<std::size_t> points() const { return m_frames->view(0).points(placement()); }
@@ -142,6 +157,11 @@ TEST_P(TimeResolutionTest, SamplesYearsAfterTheFirstRowDrawAsAtTheOrigin)
     const SamplesChart later(GetParam());
     EXPECT_EQ(later.lines(), atOrigin.lines());
     EXPECT_EQ(later.points(), atOrigin.points());
+    for (const double fraction : {0.001, 0.2537, 0.5, 0.9871}) {
+        const auto expectedHover = atOrigin.hoverAt(fraction);
+        EXPECT_GE(expectedHover.first, 0);
+        EXPECT_EQ(later.hoverAt(fraction), expectedHover) << fraction << " " << expectedHover.second.toStdString();
+    }
     const QImage expected = atOrigin.plotImage();
     // A century from the first row, a double holds the times to 0.5 µs, which moves a point by
     // millionths of a pixel: at most an antialiased edge pixel may shade a level differently.
