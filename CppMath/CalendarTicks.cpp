@@ -558,6 +558,30 @@ void writeFine(LabelWriter& w, const WallFields& f, Level fine, int decimals)
     }
 }
 
+// "+0100", "-0330", or with seconds "+054116" for the local mean times of old zones.
+void writeOffset(LabelWriter& w, std::int64_t offsetSeconds)
+{
+    const std::int64_t magnitude = offsetSeconds < 0 ? -offsetSeconds : offsetSeconds;
+    w.character(offsetSeconds < 0 ? '-' : '+');
+    w.number(magnitude / 3600, 2);
+    w.number(magnitude / 60 % 60, 2);
+    if (magnitude % 60 != 0)
+        w.number(magnitude % 60, 2);
+}
+
+// Whether a tick starts its unit at `level`: the instant just before it lies in an earlier one
+// (`jump`: the zone's offset changes at the tick). A year, month or day starts only at the first
+// instant of its date, so the second of a repeated midnight is written with its time
+// ("Sun 25 00:00" after "Sun 25").
+bool startsUnit(const TimeZone& zone, std::int64_t instant, std::int64_t wallTime, bool jump, int level)
+{
+    const WallFields here = fieldsOf(wallTime);
+    const WallFields justBefore = fieldsOf(jump ? zone.toLocal(instant - 1) : wallTime - 1);
+    if (unitIndex(level, justBefore) >= unitIndex(level, here))
+        return false;
+    return level > DayLevel || zone.toUtc(here.dayNumber * Day) == instant;
+}
+
 // The finest level up to `context` at which all ticks agree, -1 when even their years differ.
 // Each level's index grows with wall-clock time, so the earliest and latest decide.
 int sharedLevel(const std::vector<std::int64_t>& wallTimes, int context)
@@ -626,22 +650,24 @@ std::string CalendarTicks::conciseLabel(int i) const
     const int context = contextLevel(fine);
     const int decimals = decimalsOf(m_step);
     const auto index = static_cast<std::size_t>(i);
+    const std::int64_t instant = m_instants[index];
     const WallFields here = fieldsOf(m_wallTimes[index]);
     const int changed = i == 0 ? m_offsetLevel + 1 : coarsestChange(fieldsOf(m_wallTimes[index - 1]), here, context);
+    const bool jump = std::binary_search(m_jumps.begin(), m_jumps.end(), instant);
 
     LabelWriter w;
-    if (changed > context) {
+    if (changed > context)
         writeFine(w, here, fine, decimals);
-        return w.str();
-    }
-    // The tick starts the unit when the instant just before it lies in an earlier one.
-    const std::int64_t instant = m_instants[index];
-    const bool jump = std::binary_search(m_jumps.begin(), m_jumps.end(), instant);
-    const WallFields justBefore = fieldsOf(jump ? m_zone.toLocal(instant - 1) : m_wallTimes[index] - 1);
-    if (unitIndex(changed, justBefore) < unitIndex(changed, here))
+    else if (startsUnit(m_zone, instant, m_wallTimes[index], jump, changed))
         writeAlone(w, here, changed);
     else
         writeFrom(w, here, changed, fine, decimals);
+    // The first tick has no tick before it to tell which instant of a repeated wall-clock time it
+    // is; the later one says its offset.
+    if (i == 0 && m_zone.toUtc(m_wallTimes[index]) != instant) {
+        w.character(' ');
+        writeOffset(w, (m_wallTimes[index] - instant) / Second);
+    }
     return w.str();
 }
 

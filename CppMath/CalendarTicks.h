@@ -46,9 +46,12 @@ namespace Orv::Math {
 //     "14:06"), otherwise with everything finer: "2013-01-02 06:00", "Mar 2 06:00",
 //     "Tue 14 06:00:30", "14:06:30.25". The first tick does so for the first field of the
 //     context the offset text leaves out.
-// So each label gives back its tick (a date its start, a repeated wall-clock time one of its two
-// instants) when the labels are read in order: the offset text, and then the wall-clock time of
-// the tick before, supply the fields it leaves out. Years have four digits, so they never read as
+//   - A date starts only once: the second of a repeated midnight shows its time ("Sun 25 00:00"
+//     after "Sun 25"). A first tick at the later instant of a repeated wall-clock time adds its
+//     offset from UTC ("02:00 +0100"), as no tick before it tells which instant it is.
+// So each label names exactly its tick when the labels are read in order: the offset text, and
+// then the wall-clock time of the tick before, supply the fields it leaves out; a date names its
+// start, a time its first instant after the tick before. Years have four digits, so they never read as
 // days. A label format instead writes each tick's wall-clock time through TimeZone::format, and
 // offsetText() is empty.
 //

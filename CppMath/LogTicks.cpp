@@ -25,28 +25,28 @@ constexpr int WidestStrideWithMinors = 10;
 constexpr int ShortestFixedExponent = -4;
 constexpr int LongestFixedExponent = 5;
 
-// The double nearest m × 10^k, as a decimal parser rounds it; 0 or infinite when out of range.
-double decimalValue(int m, int k)
+// m × 10^k as people write it where exponents are needed: "10⁶", "10⁻¹²", "2×10⁶" (UTF-8).
+std::string powerText(int m, int k)
 {
-    char text[32];
-    char* end = std::to_chars(text, text + sizeof text, m).ptr;
-    *end++ = 'e';
-    end = std::to_chars(end, text + sizeof text, k).ptr;
-    double value = 0.0;
-    const auto result = std::from_chars(text, end, value);
-    if (result.ec == std::errc::result_out_of_range)
-        return k > 0 ? std::numeric_limits<double>::infinity() : 0.0;
-    return value;
+    static const char* const superscripts[] = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+    std::string text = m == 1 ? "10" : std::to_string(m) + "×10";
+    if (k < 0)
+        text += "⁻";
+    const std::string digits = std::to_string(k < 0 ? -k : k);
+    for (const char digit : digits)
+        text += superscripts[digit - '0'];
+    return text;
 }
 
-// m × 10^k as a tick, or nothing when the double cannot hold it.
-bool makeTick(int m, int k, const NumberFormat& format, LogTicks::Tick& tick)
+// m × 10^k as a tick, or nothing when the double cannot hold it. `powers`: labelled as a power of
+// ten rather than in the format.
+bool makeTick(int m, int k, const NumberFormat& format, bool powers, LogTicks::Tick& tick)
 {
-    tick.value = decimalValue(m, k);
+    tick.value = Decimal{m, k}.toDouble();
     if (!(tick.value > 0.0) || !std::isfinite(tick.value))
         return false;
     tick.position = k + std::log10(static_cast<double>(m));
-    tick.label = format.format(Decimal{m, k});
+    tick.label = powers ? powerText(m, k) : format.format(Decimal{m, k});
     return true;
 }
 
@@ -183,7 +183,7 @@ void LogTicks::placeMajors(double lo, double hi, int stride)
     const int last = clampedExponent(std::floor(m_max));
     for (int k = first; k <= last; ++k) {
         Tick tick;
-        if (k % stride == 0 && makeTick(1, k, m_format, tick))
+        if (k % stride == 0 && makeTick(1, k, m_format, powerLabels(), tick))
             m_majors.push_back(tick);
     }
 }
@@ -221,7 +221,7 @@ void LogTicks::addMinors(int firstExponent, int lastExponent)
             Tick tick;
             if (m == 1 && k % m_stride == 0)
                 continue;
-            if (makeTick(m, k, m_format, tick) && tick.position >= m_min - Tolerance
+            if (makeTick(m, k, m_format, powerLabels(), tick) && tick.position >= m_min - Tolerance
                 && tick.position <= m_max + Tolerance)
                 m_minors.push_back(tick);
         }
@@ -229,11 +229,17 @@ void LogTicks::addMinors(int firstExponent, int lastExponent)
 }
 
 // One notation for every label of the axis: fixed while its powers of ten are written short
-// ("0.0001" to "100000"), else scientific ("1e-7" to "1e0", not "0.0000001" beside "1").
+// ("0.0001" to "100000"), else powers of ten ("10⁻⁷" to "10⁰", not "0.0000001" beside "1").
 void LogTicks::resolveNotation()
 {
     const bool shortFixed = m_min >= ShortestFixedExponent && m_max <= LongestFixedExponent;
     m_format.notation = shortFixed ? NumberFormat::Notation::Fixed : NumberFormat::Notation::Scientific;
+}
+
+// An automatic notation that needs exponents writes powers of ten; one the caller chose is kept.
+bool LogTicks::powerLabels() const
+{
+    return m_automaticNotation && m_format.notation == NumberFormat::Notation::Scientific;
 }
 
 double LogTicks::fraction(double position, bool inverted) const

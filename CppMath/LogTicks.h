@@ -25,8 +25,10 @@ namespace Orv::Math {
 //
 // Exactness: a power of ten's position is its integer exponent and its value is the double
 // nearest 10^k (what strtod gives for "1e-7"). Labels are written from exact decimals, never
-// from the doubles, in one notation for all ticks of the axis (`format`'s, or the automatic
-// choice for the smallest and largest major).
+// from the doubles, in one notation for all ticks of the axis: `format`'s, or the automatic
+// choice for the smallest and largest major, which writes powers of ten as people do: "0.001",
+// "1", "1000" while those stay short, else "10⁻⁷", "10⁰", "2×10³" (UTF-8 superscripts, plain
+// text for any font).
 class ORV_CPPMATH_EXPORT LogTicks {
 public:
     enum class Regime { Empty, Decades, Linear };
@@ -72,6 +74,7 @@ private:
     void addMinors(int firstExponent, int lastExponent);
     void roundToMinors(double lo, double hi);
     void resolveNotation();
+    bool powerLabels() const;
 
     Regime m_regime = Regime::Empty;
     double m_min = 0.0;

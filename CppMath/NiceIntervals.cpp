@@ -67,7 +67,8 @@ double powerOfTen(int z)
     return inexact[static_cast<std::size_t>(z - LastExactPower - 1)];
 }
 
-// n × 10^z for |z| <= MaxStepExponent, in a single rounding while 10^|z| is exact.
+// n × 10^z for |z| <= MaxStepExponent, for scores: rounded twice beyond 10^±22. Tick values
+// come from Decimal::toDouble instead.
 double scaled(double n, int z)
 {
     return z >= 0 ? n * powerOfTen(z) : n / powerOfTen(-z);
@@ -167,7 +168,7 @@ struct Step {
     double inverseSize = 1.0;
 
     std::int64_t digits() const { return shape->digits; }
-    double tick(std::int64_t k) const { return scaled(static_cast<double>(k * digits()), exponent); }
+    double tick(std::int64_t k) const { return Decimal{k * digits(), exponent}.toDouble(); }
 };
 
 std::optional<Step> makeStep(const Shape& shape, int z)
@@ -175,7 +176,7 @@ std::optional<Step> makeStep(const Shape& shape, int z)
     const int exponent = z + shape.shift;
     if (exponent < MinStepExponent || exponent > MaxStepExponent)
         return std::nullopt;
-    const double size = scaled(static_cast<double>(shape.digits), exponent);
+    const double size = Decimal{shape.digits, exponent}.toDouble();
     if (!std::isfinite(size))
         return std::nullopt;
     // The reciprocal only turns quotients into products: a rounding more stays far inside the
@@ -652,13 +653,13 @@ NiceIntervals::NiceIntervals(double min, double max, int count, bool loose, bool
     m_max = best->lmax;
 
     m_factorExponent = best->style.factorExponent;
-    factor = scaled(1.0, m_factorExponent);
+    factor = Decimal{1, m_factorExponent}.toDouble();
     m_format.notation = best->style.notation;
 }
 
 double NiceIntervals::value(int i) const
 {
-    return scaled(static_cast<double>((m_first + i) * m_stepDigits), m_stepExponent);
+    return Decimal{(m_first + i) * m_stepDigits, m_stepExponent}.toDouble();
 }
 
 std::string NiceIntervals::label(int i) const
@@ -676,7 +677,7 @@ double NiceIntervals::fraction(int i, bool inverted) const
 
 double NiceIntervals::step() const
 {
-    return m_size > 0 ? scaled(static_cast<double>(m_stepDigits), m_stepExponent) : 0.0;
+    return m_size > 0 ? Decimal{m_stepDigits, m_stepExponent}.toDouble() : 0.0;
 }
 
 } // namespace Orv::Math

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <limits>
+#include <system_error>
 
 namespace Orv::Math {
 
@@ -31,6 +33,28 @@ constexpr std::uint64_t PowersOfTen[] = {
     10000000000000000000ull,
 };
 constexpr int MaxDigits = 20;
+
+constexpr double ExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                       1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int LastExactPower = 22;
+constexpr std::int64_t FirstInexactInteger = std::int64_t(1) << 53;
+
+// The decimal's text read by a correctly rounding parser, for the digits and exponents a single
+// floating-point operation cannot round exactly.
+double parsed(const Decimal& d)
+{
+    // 20 characters hold any int64 with its sign, 11 any int.
+    char text[40] = {};
+    char* end = std::to_chars(text, text + 20, d.digits).ptr;
+    *end++ = 'e';
+    end = std::to_chars(end, end + 11, d.exponent).ptr;
+    double value = 0.0;
+    if (std::from_chars(text, end, value).ec == std::errc::result_out_of_range) {
+        const double magnitude = d.exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+        return d.digits < 0 ? -magnitude : magnitude;
+    }
+    return value;
+}
 
 // A fixed text longer than this (far beyond the double range) is written in scientific notation.
 constexpr std::int64_t MaxFixedDigits = 330;
@@ -198,6 +222,18 @@ std::string NumberFormat::format(Decimal value) const
 NumberFormat::Notation NumberFormat::automaticNotation(int lastDigitExponent, int largestExponent)
 {
     return prefersScientific(lastDigitExponent, largestExponent) ? Notation::Scientific : Notation::Fixed;
+}
+
+double Decimal::toDouble() const
+{
+    // While the digits and the power of ten are both exact doubles, one multiplication or
+    // division rounds once, so it gives the nearest double; that covers the everyday ticks.
+    if (digits > -FirstInexactInteger && digits < FirstInexactInteger && exponent >= -LastExactPower
+        && exponent <= LastExactPower) {
+        const auto n = static_cast<double>(digits);
+        return exponent >= 0 ? n * ExactPowersOfTen[exponent] : n / ExactPowersOfTen[-exponent];
+    }
+    return parsed(*this);
 }
 
 } // namespace Orv::Math

@@ -13,6 +13,10 @@ namespace Orv::Math {
 struct ORV_CPPMATH_EXPORT Decimal {
     std::int64_t digits = 0;
     int exponent = 0;
+
+    // The double nearest the number, as a correctly rounding parser reads its text ("3e45" is
+    // 3e45, not 3 × 10^45 rounded twice); 0 or infinite, with its sign, beyond the doubles.
+    [[nodiscard]] double toDouble() const;
 };
 
 // A value class: how many decimals and which notation. Written from exact decimals, so a

@@ -113,7 +113,8 @@ public:
     {
         const QRectF area = plot();
         const KelChartDecimatedView::Placement placement{
-            m_frames.pipeline().scaling().matrix(0), 0.0, area.left(), area.bottom(), area.width(), area.height()};
+            m_frames.pipeline().scaling().preciseMatrix(0), 0.0, area.left(), area.bottom(), area.width(),
+            area.height()};
         const std::vector<std::size_t> lines = m_frames.view(0).lines(placement);
         return static_cast<std::size_t>(std::count_if(
             lines.begin(), lines.end(), [](std::size_t k) { return k != KelChartDecimatedView::breakMark; }));

@@ -8,6 +8,7 @@
 #include <array>
 #include <cctype>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <optional>
 #include <random>
@@ -42,6 +43,12 @@ const LabelCase labelCases[] = {
     // Clocks set back at 03:00: the repeated hour gets a tick at both of its instants.
     {"Europe/Berlin", at(2020, 10, 24, 23), at(2020, 10, 25, 5), 6, "2020-10-25",
      {"01:00", "02:00", "02:00", "03:00", "04:00", "05:00", "06:00"}, every(at(2020, 10, 24, 23), Hour, 7)},
+    // The range starts in the repeated hour, at its later instant: only the offset tells which.
+    {"Europe/Berlin", at(2020, 10, 25, 1), at(2020, 10, 25, 3), 4, "2020-10-25",
+     {"02:00 +0100", "02:30", "03:00", "03:30", "04:00"}, every(at(2020, 10, 25, 1), 30 * Minute, 5)},
+    // Clocks set back at 00:01 to 23:01: midnight comes twice, and only the first starts the 25th.
+    {"America/St_Johns", at(1992, 10, 25, 2), at(1992, 10, 25, 4), 4, "1992-10",
+     {"Sat 24 23:30", "Sun 25", "Sat 24 23:30", "Sun 25 00:00", "00:30"}, every(at(1992, 10, 25, 2), 30 * Minute, 5)},
     // Set forward at 02:00: the skipped wall-clock times give no ticks, the instants stay 30 min apart.
     {"Europe/Berlin", at(2021, 3, 27, 23, 30), at(2021, 3, 28, 2), 5, "2021-03-28",
      {"00:30", "01:00", "01:30", "03:00", "03:30", "04:00"}, every(at(2021, 3, 27, 23, 30), 30 * Minute, 6)},
@@ -153,7 +160,25 @@ struct Shown {
     int top = FieldCount;
     int bottom = -1;
     int weekday = -1;
+    std::optional<std::int64_t> offset; // seconds east of UTC, where the label says it
 };
+
+// "+0100", "-0330" or "+054116" at `pos`, in seconds; advances past it.
+std::optional<std::int64_t> readOffset(std::string_view text, std::size_t& pos)
+{
+    const int sign = text[pos] == '-' ? -1 : 1;
+    std::size_t end = ++pos;
+    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])))
+        ++end;
+    const std::size_t digits = end - pos;
+    if (digits != 4 && digits != 6)
+        return std::nullopt;
+    std::int64_t seconds = 0;
+    for (std::size_t k = pos; k < end; k += 2)
+        seconds = seconds * 60 + (text[k] - '0') * 10 + (text[k + 1] - '0');
+    pos = end;
+    return sign * (digits == 4 ? seconds * 60 : seconds);
+}
 
 const std::string_view monthNames[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
@@ -184,6 +209,12 @@ std::optional<Shown> readLabel(std::string_view text)
         const char separator = pos == 0 ? ' ' : text[pos++];
         if (std::string_view(" -:.").find(separator) == std::string_view::npos)
             return std::nullopt;
+        if (separator == ' ' && pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
+            shown.offset = readOffset(text, pos);
+            if (!shown.offset || pos != text.size())
+                return std::nullopt;
+            continue;
+        }
         const int month = indexOf(monthNames, text.substr(pos, 3));
         const int weekday = indexOf(weekdayNames, text.substr(pos, 3));
         if (separator == ' ' && (month >= 0 || weekday >= 0)) {
@@ -262,17 +293,30 @@ public:
         const std::int64_t wall = wallTimeOf(m_context);
         if (shown->weekday >= 0 && shown->weekday != weekday(floorDiv(wall, Day)))
             return "wrong weekday in '" + label + "'";
-        const std::int64_t earliest = zone.toUtc(wall, TimeZone::Choose::Earliest);
-        const bool dateOnly = shown->bottom <= DayField;
-        if (earliest != tick && (dateOnly || zone.toUtc(wall, TimeZone::Choose::Latest) != tick))
+        if (shown->offset && zone.toLocal(wall - *shown->offset * Second) != wall)
+            return "label '" + label + "' gives an offset the zone does not have then";
+        const std::int64_t instant =
+            shown->offset ? wall - *shown->offset * Second : named(zone, wall, shown->bottom <= DayField);
+        if (instant != tick)
             return "label '" + label + "' reads as another instant";
         // A date whose midnight fell into a gap starts later on the clock than the label shows.
-        m_context = fieldsAt(zone.toLocal(earliest));
+        m_context = fieldsAt(zone.toLocal(tick));
         m_known = FieldCount - 1;
+        m_previous = tick;
         return "";
     }
 
 private:
+    // A date names its start. A time names its first instant after the tick before: a wall-clock
+    // time the clocks repeat reads as its earlier instant unless that one was passed already.
+    std::int64_t named(const TimeZone& zone, std::int64_t wall, bool dateOnly) const
+    {
+        const std::int64_t earliest = zone.toUtc(wall, TimeZone::Choose::Earliest);
+        if (dateOnly || earliest > m_previous)
+            return earliest;
+        return zone.toUtc(wall, TimeZone::Choose::Latest);
+    }
+
     // Shown fields replace the context; finer ones start over.
     void apply(const Shown& shown)
     {
@@ -282,6 +326,7 @@ private:
 
     Fields m_context{};
     int m_known = -1; // the finest field the context holds
+    std::int64_t m_previous = std::numeric_limits<std::int64_t>::min();
     std::string m_error;
 };
 
@@ -458,16 +503,17 @@ struct SweepCase {
 };
 
 // Ranges from 10 ms to 2000 years, starting from 1700 to 2300, in zones with daylight saving,
-// half-hour shifts, a quarter-hour offset and a midnight gap. Uniform starts seldom put a short
+// half-hour shifts, a quarter-hour offset, midnight gaps and repeats, negative daylight saving and
+// Ramadan shifts. Uniform starts seldom put a short
 // range across a change of offset, so the cases after the first `uniformCases` are moved to
 // straddle the zone's next change.
-std::vector<SweepCase> sweepCases(const TimeZone (&zones)[5], int uniformCases, int straddlingCases)
+std::vector<SweepCase> sweepCases(const std::vector<TimeZone>& zones, int uniformCases, int straddlingCases)
 {
     std::mt19937_64 random(20240611);
     std::uniform_real_distribution<double> logSpan(std::log(0.01), std::log(2000 * 365.2425 * 86400));
     std::uniform_real_distribution<double> startOf(seconds(at(1700, 1, 1)), seconds(at(2300, 1, 1)));
     std::uniform_real_distribution<double> fraction(-0.99, 0.99);
-    std::uniform_int_distribution<int> countOf(2, 12), zoneOf(0, 4);
+    std::uniform_int_distribution<int> countOf(2, 12), zoneOf(0, static_cast<int>(zones.size()) - 1);
     std::vector<SweepCase> cases;
     for (int n = 0; n < uniformCases + straddlingCases; ++n) {
         SweepCase c{&zones[zoneOf(random)], startOf(random), 0.0, countOf(random), fraction(random)};
@@ -486,11 +532,19 @@ std::vector<SweepCase> sweepCases(const TimeZone (&zones)[5], int uniformCases, 
 
 TEST(CalendarTicks, SweepKeepsEveryGuarantee)
 {
-    const TimeZone zones[] = {TimeZone(), TimeZone("Europe/Berlin"), TimeZone("America/Sao_Paulo"),
-                              TimeZone("Australia/Lord_Howe"), TimeZone("Asia/Kathmandu")};
+    const std::vector<TimeZone> zones = {TimeZone(),
+                                         TimeZone("Europe/Berlin"),
+                                         TimeZone("America/Sao_Paulo"),
+                                         TimeZone("Australia/Lord_Howe"),
+                                         TimeZone("Asia/Kathmandu"),
+                                         TimeZone("America/St_Johns"),
+                                         TimeZone("Pacific/Chatham"),
+                                         TimeZone("Africa/Casablanca"),
+                                         TimeZone("Europe/Dublin"),
+                                         TimeZone("America/New_York")};
     constexpr int MaxFailedCases = 20;
     Failures failures;
-    for (const SweepCase& c : sweepCases(zones, 20000, 5000)) {
+    for (const SweepCase& c : sweepCases(zones, 20000, 10000)) {
         const CalendarTicks ticks(c.start, c.end, c.count, *c.zone);
         bool failed = false;
         const auto record = [&](const std::string& kind, const std::string& error) {

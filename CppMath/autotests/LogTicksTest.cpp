@@ -1,9 +1,13 @@
 #include "LogTicks.h"
 
+#include "LabelValue.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <iomanip>
+#include <random>
 #include <limits>
 #include <regex>
 #include <string>
@@ -31,14 +35,13 @@ std::ostream& operator<<(std::ostream& os, const RangeCase& c)
 // The real value a label stands for, read back as a parser reads the text.
 double labelValue(const std::string& label, double factor)
 {
-    const int factorExponent = static_cast<int>(std::lround(std::log10(factor)));
-    return std::strtod((label + "e" + std::to_string(factorExponent)).c_str(), nullptr);
+    return LabelValue::value(label, static_cast<int>(std::lround(std::log10(factor))));
 }
 
 // Texts such as "0.30000000000000004" or "9.999999999e-8" betray binary noise.
 bool looksClean(const std::string& label)
 {
-    static const std::regex number(R"(-?\d+(\.\d+)?(e-?\d+)?)");
+    static const std::regex number(R"(-?\d+(\.\d+)?(e-?\d+)?|(\d×)?10(⁻)?[⁰¹²³⁴⁵⁶⁷⁸⁹]+)");
     return std::regex_match(label, number) && label.find("00000") == std::string::npos
         && label.find("99999") == std::string::npos;
 }
@@ -124,8 +127,8 @@ TEST(LogTicks, StrideGivesAboutTheWantedCount)
     const LogTicks t(-150, 150, 6, NumberFormat());
     EXPECT_EQ(t.decadeStride(), 50);
     EXPECT_EQ(t.size(), 7);
-    EXPECT_EQ(t.label(0), "1e-150");
-    EXPECT_EQ(t.label(6), "1e150");
+    EXPECT_EQ(t.label(0), "10⁻¹⁵⁰");
+    EXPECT_EQ(t.label(6), "10¹⁵⁰");
     EXPECT_EQ(t.minorCount(), 0);
 }
 
@@ -174,8 +177,14 @@ TEST(LogTicks, OneNotationPerAxis)
     EXPECT_EQ(fixed.label(0), "0.01");
     EXPECT_EQ(fixed.label(fixed.size() - 1), "1000");
     const LogTicks scientific(-7, 0, 7, NumberFormat());
-    EXPECT_EQ(scientific.label(0), "1e-7");
-    EXPECT_EQ(scientific.label(scientific.size() - 1), "1e0");
+    EXPECT_EQ(scientific.label(0), "10⁻⁷");
+    EXPECT_EQ(scientific.label(scientific.size() - 1), "10⁰");
+    const LogTicks minors(5, 7, 2, NumberFormat());
+    ASSERT_EQ(minors.decadeStride(), 1);
+    EXPECT_EQ(minors.minorLabel(0), "2×10⁵");
+    // A notation the caller chose stays.
+    const LogTicks chosen(-7, 0, 7, NumberFormat(NumberFormat::Notation::Scientific));
+    EXPECT_EQ(chosen.label(0), "1e-7");
 }
 
 TEST(LogTicks, InvertedFractions)
@@ -211,3 +220,30 @@ TEST(LogTicks, DegenerateRangesAreEmpty)
 }
 
 } // namespace
+
+// Logarithmic axes from 1e-320 to 1e308, a tenth of a decade to 600 decades wide: every major and
+// minor tick is the double nearest its label times the factor.
+TEST(LogTicks, SweepTickValuesAreTheirLabelsExactly)
+{
+    std::mt19937_64 random(20261125);
+    std::uniform_real_distribution<double> low(-320.0, 308.0), width(-1.0, 2.8);
+    std::uniform_int_distribution<int> count(2, 12);
+    int failures = 0, ticks = 0;
+    const auto check = [&](const LogTicks::Tick& tick, double factor) {
+        const int factorExponent = static_cast<int>(std::lround(std::log10(factor)));
+        const std::string text = LabelValue::decimalText(tick.label, factorExponent);
+        ++ticks;
+        if (tick.value != std::strtod(text.c_str(), nullptr) && ++failures <= 10)
+            ADD_FAILURE() << std::setprecision(17) << "tick '" << tick.label << "' read as " << text << " is "
+                          << tick.value;
+    };
+    for (int n = 0; n < 20000 && failures < 10; ++n) {
+        const double lo = low(random), hi = std::min(lo + std::pow(10.0, width(random)), 308.25);
+        const LogTicks t(lo, hi, count(random), NumberFormat());
+        for (int i = 0; i < t.size(); ++i)
+            check(t.major(i), t.factor());
+        for (int i = 0; i < t.minorCount(); ++i)
+            check(t.minor(i), t.factor());
+    }
+    EXPECT_GT(ticks, 50000);
+}

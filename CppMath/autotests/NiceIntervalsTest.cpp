@@ -1,10 +1,13 @@
 #include "NiceIntervals.h"
 
+#include "LabelValue.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iomanip>
 #include <limits>
 #include <random>
 #include <vector>
@@ -296,4 +299,34 @@ TEST(NiceIntervals, DegenerateInputGivesAnEmptyResult)
             EXPECT_TRUE(ticks.size() == 0 && ticks.max() <= ticks.min() && ticks.factor == 1.0) << min << " " << max;
         }
     }
+}
+
+// Ranges of every magnitude the doubles hold, 1e-300 to 1e308 (finer steps are not drawn), each
+// a fraction of a decade to twenty decades wide, some straddling zero; every tick is the double
+// nearest its label times the factor, and the factor the double nearest its power of ten.
+TEST(NiceIntervals, SweepTickValuesAreTheirLabelsExactly)
+{
+    std::mt19937_64 random(20261124);
+    std::uniform_real_distribution<double> magnitude(-300.0, 308.0), width(-6.0, 1.3), offset(-1.5, 3.0);
+    std::uniform_int_distribution<int> count(2, 12);
+    int failures = 0, ticks = 0;
+    for (int n = 0; n < 20000 && failures < 10; ++n) {
+        const double top = std::pow(10.0, magnitude(random));
+        const double span = top * std::pow(10.0, width(random));
+        const double min = std::clamp(offset(random) * span, -1e308, 1e308);
+        const NiceIntervals t(min, std::min(min + span, 1.7e308), count(random), n % 2 == 0, true, NumberFormat());
+        const std::string factorText = "1e" + std::to_string(t.factorExponent());
+        if (t.size() > 0 && t.factor != std::strtod(factorText.c_str(), nullptr))
+            ADD_FAILURE() << "factor " << factorText << " is " << t.factor << " (" << ++failures << ")";
+        for (int i = 0; i < t.size(); ++i, ++ticks) {
+            const std::string text = LabelValue::decimalText(t.label(i), t.factorExponent());
+            if (t.value(i) != std::strtod(text.c_str(), nullptr)) {
+                ADD_FAILURE() << std::setprecision(17) << "tick " << text << " is " << t.value(i) << " (range " << min
+                              << " + " << span << ")";
+                ++failures;
+                break;
+            }
+        }
+    }
+    EXPECT_GT(ticks, 50000);
 }

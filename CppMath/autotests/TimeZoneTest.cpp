@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
 using namespace Orv::Math;
 using CivilTime::at;
 using CivilTime::Hour;
@@ -214,6 +220,49 @@ TEST(TimeZone, OffsetsAndTextsFollowTheZonesRulesPast2037)
         const std::int64_t local = zone.toLocal(instant);
         EXPECT_TRUE(zone.toUtc(local, TimeZone::Choose::Earliest) == instant ||
                     zone.toUtc(local, TimeZone::Choose::Latest) == instant);
+    }
+}
+
+namespace {
+
+using Changes = std::map<std::string, std::vector<std::pair<std::int64_t, std::int64_t>>>;
+
+// Every change of offset from 1900 to 2200 as Python's zoneinfo, a reader of the zone files of
+// its own, gives it (data/make-transitions.py): per zone, the offset in 1900 and then each change.
+Changes readChanges()
+{
+    std::ifstream file(ORV_MATH_TEST_DATA "/transitions.txt");
+    Changes changes;
+    std::string zone;
+    std::int64_t instant = 0, offset = 0;
+    while (file >> zone >> instant >> offset)
+        changes[zone].emplace_back(instant, offset);
+    return changes;
+}
+
+// The same walk through this zone reader's periods, in seconds.
+std::vector<std::pair<std::int64_t, std::int64_t>> changesOf(const TimeZone& zone, std::int64_t from, std::int64_t to)
+{
+    std::vector<std::pair<std::int64_t, std::int64_t>> changes{{from, zone.period(from * Second).offset / Second}};
+    for (TimeZone::Period p = zone.period(from * Second); p.end < to * Second; p = zone.period(p.end)) {
+        const std::int64_t offset = zone.period(p.end).offset / Second;
+        if (offset != changes.back().second)
+            changes.emplace_back(p.end / Second, offset);
+    }
+    return changes;
+}
+
+} // namespace
+
+// The calendar sweep checks ticks and labels through this zone reader; this ties the reader to an
+// independent one over the whole sweep, change by change.
+TEST(TimeZone, EveryChangeFrom1900To2200MatchesZoneinfo)
+{
+    const Changes expected = readChanges();
+    ASSERT_EQ(expected.size(), 9u);
+    for (const auto& [name, changes] : expected) {
+        const std::int64_t to = at(2200, 1, 1) / Second;
+        EXPECT_EQ(changesOf(TimeZone(name), changes.front().first, to), changes) << name;
     }
 }
 

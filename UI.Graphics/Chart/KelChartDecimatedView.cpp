@@ -268,8 +268,7 @@ public:
     double operator()(std::size_t k, bool withY) const
     {
         const double y = withY ? m_y[k] : 0.0;
-        const Orv::Math::Vector3 data(static_cast<float>(m_x[k] + m_p.xOffset), static_cast<float>(y), 0.0f);
-        return pixelOf(m_p.left + (m_p.matrix.map(data).x() + 1.0) / 2.0 * m_p.width);
+        return pixelOf(m_p.left + (m_p.matrix.map(m_x[k] + m_p.xOffset, y, 0.0).x + 1.0) / 2.0 * m_p.width);
     }
 
 private:
@@ -286,9 +285,9 @@ struct RangeColumn {
     double operator()(std::size_t k, bool) const { return pixelOf((x[k] - x0) * scale); }
 };
 
-bool mixesYIntoX(const Orv::Math::Matrix& matrix)
+bool mixesYIntoX(const Orv::Math::DoubleMatrix& matrix)
 {
-    return matrix(1, 0) != 0.0f || matrix(2, 0) != 0.0f;
+    return matrix(1, 0) != 0.0 || matrix(2, 0) != 0.0;
 }
 
 // The pixels [first, end) that meet [from, from + size], at most `KelChartDecimatedView::maxColumns`.
@@ -634,10 +633,9 @@ std::vector<std::size_t> KelChartDecimatedView::points(const Placement& placemen
     for (std::size_t k = m_data.size; k-- > 0;) {
         if (!drawable(k))
             continue;
-        const Orv::Math::Vector3 data(static_cast<float>(x[k] + placement.xOffset), static_cast<float>(y[k]), 0.0f);
-        const Orv::Math::Vector3 cube = placement.matrix.map(data);
-        const double column = pixelOf(placement.left + (cube.x() + 1.0) / 2.0 * placement.width) - left;
-        const double row = pixelOf(placement.bottom - (cube.y() + 1.0) / 2.0 * placement.height) - top;
+        const Orv::Math::DoubleMatrix::Point cube = placement.matrix.map(x[k] + placement.xOffset, y[k], 0.0);
+        const double column = pixelOf(placement.left + (cube.x + 1.0) / 2.0 * placement.width) - left;
+        const double row = pixelOf(placement.bottom - (cube.y + 1.0) / 2.0 * placement.height) - top;
         if (column < 0.0 || column >= columns || row < 0.0 || row >= bottom - top)
             continue;
         if (reduce) {

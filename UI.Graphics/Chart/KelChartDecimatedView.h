@@ -31,7 +31,7 @@
 #include "OrvChartExport.h"
 #include "KelChartVariableCache.h"
 
-#include "Matrix.h"
+#include "DoubleMatrix.h"
 
 #include <cstddef>
 #include <limits>
@@ -54,12 +54,13 @@ public:
     static constexpr long maxCells = 1L << 27;
 
     // Where the points land on the device, exactly as the host computes it:
-    // (x + xOffset, y, 0) through the matrix into the normalised square, then
+    // (x + xOffset, y, 0) through the matrix (in double precision, see
+    // KelChartPerVariableScaling::preciseMatrix) into the normalised square, then
     // pixel x = left + (nx + 1) / 2 * width and pixel y = bottom - (ny + 1) / 2 * height.
     // Pixel column c covers [c, c + 1); the view is made of the pixels that
     // meet [left, left + width] x [bottom - height, bottom].
     struct Placement {
-        Orv::Math::Matrix matrix;
+        Orv::Math::DoubleMatrix matrix;
         double xOffset = 0.0;
         double left = 0.0;
         double bottom = 0.0;

@@ -84,6 +84,21 @@ const Matrix& KelChartPerVariableScaling::matrix(size_t i) const
     return *slot;
 }
 
+Orv::Math::DoubleMatrix KelChartPerVariableScaling::preciseMatrix(size_t i) const
+{
+    using Orv::Math::DoubleMatrix;
+    const KelChartAxisScale* x = _validFlags[i] ? findAxis(Vector3::Comp::X, i) : nullptr;
+    const KelChartAxisScale* y = _validFlags[i] ? findAxis(Vector3::Comp::Y, i) : nullptr;
+    const KelChartAxisScale* z = _zPair && _validFlags[i] ? findAxis(Vector3::Comp::Z, i) : nullptr;
+    if (!x || !y || !x->valid() || !y->valid() || (_zPair && (!z || !z->valid())))
+        return {};
+    // The orientation holds only 0 and ±1, exact in either precision.
+    const Matrix orientation =
+        Matrix::orient(direction(Vector3::X, *x), direction(Vector3::Y, *y), z ? direction(Vector3::Z, *z) : Vector3::Z);
+    return DoubleMatrix::ortho(x->min(), x->max(), y->min(), y->max(), z ? z->min() : -1.0, z ? z->max() : 1.0)
+        * DoubleMatrix(orientation);
+}
+
 double KelChartPerVariableScaling::baseLine(size_t i, Orv::Math::Vector3::Comp comp) const
 {
     if (!variable(i).valid())

@@ -18,6 +18,7 @@
 #include "OrvChartExport.h"
 #include "KelChartVariableListCache.h"
 
+#include "DoubleMatrix.h"
 #include "Matrix.h"
 #include "Vector.h"
 
@@ -50,6 +51,9 @@ public:
 
     // The map of variable i's data into the cube; the identity when it is not valid.
     const Orv::Math::Matrix& matrix(size_t i) const;
+    // The same map in double precision from the axes' double ranges, for drawing: data a float
+    // cannot tell apart (0.1 s samples years after the first row) keep their places.
+    Orv::Math::DoubleMatrix preciseMatrix(size_t i) const;
     // The base line of variable i's axis along comp; 0 when there is none.
     double baseLine(size_t i, Orv::Math::Vector3::Comp comp) const;
     // The data extent of variable i along comp, widened to reach its base line.

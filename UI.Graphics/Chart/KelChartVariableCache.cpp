@@ -292,7 +292,8 @@ public:
         if (m_next >= m_items.size)
             return false;
         const size_t i = m_next++;
-        item = {m_items.x[i], m_items.y[i], (*m_items.xUndefined)[i], (*m_items.yUndefined)[i]};
+        const double x = m_items.exactX ? m_items.exactX[i] : m_items.x[i];
+        item = {x, m_items.y[i], (*m_items.xUndefined)[i], (*m_items.yUndefined)[i]};
         return true;
     }
 

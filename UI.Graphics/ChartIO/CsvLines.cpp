@@ -272,8 +272,8 @@ std::vector<CsvLines::Items> CsvLines::Private::headItems() const
         const DataSeries& series = head.series[s];
         for (std::size_t i = 0; i < series.x.size(); ++i) {
             const bool xMissing = series.x.undefined[i];
-            const float x = head.timeX && !xMissing ? placements[s].place(head.xTimes[i]) : series.x.values[i];
-            items[s].x.push_back(xMissing ? missing : static_cast<double>(x));
+            const double x = head.timeX && !xMissing ? placements[s].place(head.xTimes[i]) : series.x.values[i];
+            items[s].x.push_back(xMissing ? missing : x);
             items[s].y.push_back(series.y.undefined[i] ? missing : static_cast<double>(series.y.values[i]));
         }
     }

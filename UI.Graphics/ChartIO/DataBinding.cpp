@@ -16,11 +16,12 @@ namespace {
 
 constexpr std::int64_t microsecondsPerDay = 86400LL * 1000000;
 
-// The x values of a time column as seconds since an origin near the data: a
-// float holds them to a fraction of the step between rows, where seconds since
-// 1970 would be good to about two minutes only.
+// The x values of a time column as seconds since an origin near the data, in
+// double precision; the float items rounded from them still place rows to a
+// fraction of a second for months, where seconds since 1970 would be good to
+// about two minutes only.
 struct PlacedTimes {
-    std::vector<float> values;
+    std::vector<double> values;
     QString unit;
 };
 
@@ -43,7 +44,7 @@ PlacedTimes placeTimes(const std::vector<ParsedTime>& times, const std::vector<b
                        const QString& zoneName)
 {
     const TimePlacement placement(zoneName, times, undefined);
-    PlacedTimes placed{std::vector<float>(times.size()), placement.unit()};
+    PlacedTimes placed{std::vector<double>(times.size()), placement.unit()};
     for (std::size_t i = 0; i < times.size(); ++i)
         placed.values[i] = undefined[i] ? NAN : placement.place(times[i]);
     return placed;
@@ -85,9 +86,9 @@ std::int64_t TimePlacement::instantOf(const ParsedTime& time) const
     return time.utc ? time.microseconds : m_zone.toUtc(time.microseconds);
 }
 
-float TimePlacement::place(const ParsedTime& time) const
+double TimePlacement::place(const ParsedTime& time) const
 {
-    return static_cast<float>(static_cast<double>(instantOf(time) - m_origin) * 1e-6);
+    return static_cast<double>(instantOf(time) - m_origin) * 1e-6;
 }
 
 QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, DataSet data)
@@ -104,22 +105,26 @@ QStringList bindData(KelChartVariableList& variables, const AxisPairs& pairs, Da
         auto* discrete = dynamic_cast<KelChartAxisDiscrete*>(pairs.find(variable->xAxis.get()));
         if (data.discreteX && discrete)
             discrete->labels.setLabels(data.categories);
-        if (data.timeX && !series.rows.empty()) {
-            const PlacedTimes placed = placeTimes(timesOfRows(data.xTimes, series.rows), series.x.undefined,
-                                                  TimePlacement::zoneOf(pairs, *variable));
-            series.x.values = placed.values;
-            series.x.unit = placed.unit;
-        } else if (data.timeX) {
-            const QString zone = TimePlacement::zoneOf(pairs, *variable);
-            auto placed = placedByZone.find(zone);
-            if (placed == placedByZone.end())
-                placed = placedByZone.emplace(zone, placeTimes(data.xTimes, series.x.undefined, zone)).first;
-            series.x.values = placed->second.values;
-            series.x.unit = placed->second.unit;
+        if (!data.timeX) {
+            variable->variableiter.setVector2Data(std::move(series.x.values), std::move(series.y.values),
+                                                  std::move(series.x.undefined), std::move(series.y.undefined),
+                                                  series.x.unit, series.y.unit);
+            continue;
         }
-        variable->variableiter.setVector2Data(std::move(series.x.values), std::move(series.y.values),
-                                              std::move(series.x.undefined), std::move(series.y.undefined),
-                                              series.x.unit, series.y.unit);
+        PlacedTimes placed;
+        if (!series.rows.empty()) {
+            placed = placeTimes(timesOfRows(data.xTimes, series.rows), series.x.undefined,
+                                TimePlacement::zoneOf(pairs, *variable));
+        } else {
+            const QString zone = TimePlacement::zoneOf(pairs, *variable);
+            auto found = placedByZone.find(zone);
+            if (found == placedByZone.end())
+                found = placedByZone.emplace(zone, placeTimes(data.xTimes, series.x.undefined, zone)).first;
+            placed = found->second;
+        }
+        variable->variableiter.setPreciseVector2Data(std::move(placed.values), std::move(series.y.values),
+                                                     std::move(series.x.undefined), std::move(series.y.undefined),
+                                                     placed.unit, series.y.unit);
     }
     return unbound;
 }

@@ -21,7 +21,7 @@
 namespace Orv::Chart {
 
 // How bindData makes x values of times: wall-clock times read in a zone (UTC
-// instants as they are), as float seconds since the UTC midnight that begins
+// instants as they are), as seconds since the UTC midnight that begins
 // the day of the first defined time. Items that arrive after binding are
 // placed by the same origin, so that they continue the bound ones exactly.
 class ORV_CHARTIO_EXPORT TimePlacement {
@@ -32,7 +32,8 @@ public:
     // The zone a variable's times are read in: its x axis's own when that is a time axis, else UTC.
     static QString zoneOf(const AxisPairs& pairs, const KelChartVariable& variable);
 
-    float place(const ParsedTime& time) const;
+    // In double precision: 0.1 s samples keep their places centuries after the origin.
+    double place(const ParsedTime& time) const;
     // "s since 2012-01-01 00:00:00 UTC"
     const QString& unit() const { return m_unit; }
 

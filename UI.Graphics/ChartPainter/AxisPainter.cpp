@@ -5,6 +5,8 @@
 #include "LocaleText.h"
 #include "TextStyle_p.h"
 
+#include <QPaintEngine>
+
 #include <algorithm>
 #include <cmath>
 
@@ -46,6 +48,38 @@ QPointF across(const QRectF& plot, AxisSide side, QPointF from)
 {
     return horizontal(side) ? QPointF(from.x(), side == AxisSide::Bottom ? plot.top() : plot.bottom())
                             : QPointF(side == AxisSide::Left ? plot.right() : plot.left(), from.y());
+}
+
+// A coordinate moved by less than half a device pixel so that a line of whole
+// device pixels across it covers whole pixels.
+double snapped(double value, double scale, double offset, double ratio, double penWidth)
+{
+    const double device = (value * scale + offset) * ratio;
+    const double width = std::round(penWidth * std::abs(scale) * ratio);
+    const double crisp = std::fmod(width, 2.0) == 1.0 ? std::floor(device) + 0.5 : std::round(device);
+    return (crisp / ratio - offset) / scale;
+}
+
+// A line along x or y placed on device pixels, so that a 1-pixel axis at x = 73
+// is one black column rather than two grey ones. Vector devices (SVG, PDF) and
+// rotated painters keep the exact line.
+QLineF crisp(const QPainter& painter, const QLineF& line)
+{
+    const QPaintEngine* engine = painter.paintEngine();
+    const QTransform t = painter.combinedTransform();
+    if (engine == nullptr || engine->type() != QPaintEngine::Raster || t.type() > QTransform::TxScale)
+        return line;
+    const double ratio = painter.device()->devicePixelRatioF();
+    const double width = painter.pen().widthF();
+    if (line.x1() == line.x2()) {
+        const double x = snapped(line.x1(), t.m11(), t.dx(), ratio, width);
+        return {x, line.y1(), x, line.y2()};
+    }
+    if (line.y1() == line.y2()) {
+        const double y = snapped(line.y1(), t.m22(), t.dy(), ratio, width);
+        return {line.x1(), y, line.x2(), y};
+    }
+    return line;
 }
 
 // A power of ten as 10 with a superscript exponent ("10\u2076", "10\u207b\u00b3"), read at a glance where
@@ -131,7 +165,7 @@ void AxisPainter::paintGrid(const PlotAxis& axis)
     m_painter.setPen(QPen(axis.axis->gridColor.get(), 1.0, Qt::DotLine));
     for (const Tick& tick : axis.ticks.major()) {
         const QPointF from = m_layout.alongAxis(axis.side, tick.position);
-        m_painter.drawLine(from, across(m_layout.plot(), axis.side, from));
+        m_painter.drawLine(crisp(m_painter, QLineF(from, across(m_layout.plot(), axis.side, from))));
     }
 }
 
@@ -142,7 +176,7 @@ void AxisPainter::paintTicks(const PlotAxis& axis, const std::vector<Tick>& tick
         const QPointF at = m_layout.alongAxis(axis.side, tick.position);
         // Each label sets its own pen.
         m_painter.setPen(tickPen);
-        m_painter.drawLine(at, at + outward(axis.side) * length);
+        m_painter.drawLine(crisp(m_painter, QLineF(at, at + outward(axis.side) * length)));
         if (tick.labelled)
             paintTickLabel(axis, tick);
     }
@@ -151,7 +185,7 @@ void AxisPainter::paintTicks(const PlotAxis& axis, const std::vector<Tick>& tick
 void AxisPainter::paintAxis(const PlotAxis& axis)
 {
     m_painter.setPen(QPen(axis.axis->tickColor.get(), 1.0));
-    m_painter.drawLine(m_layout.alongAxis(axis.side, 0.0), m_layout.alongAxis(axis.side, 1.0));
+    m_painter.drawLine(crisp(m_painter, QLineF(m_layout.alongAxis(axis.side, 0.0), m_layout.alongAxis(axis.side, 1.0))));
     paintTicks(axis, axis.ticks.major(), tickLength);
     paintTicks(axis, axis.ticks.minor(), minorTickLength);
     paintCaption(axis);

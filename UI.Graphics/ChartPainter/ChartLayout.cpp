@@ -181,8 +181,12 @@ QRectF ChartLayout::legendCell(std::size_t entry) const
 
 QPointF ChartLayout::toPixel(const Orv::Math::Vector3& cube) const
 {
-    return {m_plot.left() + (cube.x() + 1.0) / 2.0 * m_plot.width(),
-                   m_plot.bottom() - (cube.y() + 1.0) / 2.0 * m_plot.height()};
+    return toPixel(cube.x(), cube.y());
+}
+
+QPointF ChartLayout::toPixel(double cubeX, double cubeY) const
+{
+    return {m_plot.left() + (cubeX + 1.0) / 2.0 * m_plot.width(), m_plot.bottom() - (cubeY + 1.0) / 2.0 * m_plot.height()};
 }
 
 QPointF ChartLayout::alongAxis(AxisSide side, double position) const

@@ -58,6 +58,7 @@ public:
 
     // The pixel of a point of the normalised cube (z is ignored).
     QPointF toPixel(const Orv::Math::Vector3& cube) const;
+    QPointF toPixel(double cubeX, double cubeY) const;
     // The pixel at a relative position along the plot edge of that side.
     QPointF alongAxis(AxisSide side, double position) const;
 

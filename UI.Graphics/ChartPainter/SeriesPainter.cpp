@@ -34,7 +34,7 @@ SeriesPainter::SeriesPainter(QPainter& painter, const Plot& pipeline, const Char
     , m_index(index)
     , m_cache(pipeline.scaling().variable(index))
     , m_style(m_cache.variable().style)
-    , m_matrix(pipeline.scaling().matrix(index))
+    , m_matrix(pipeline.scaling().preciseMatrix(index))
     , m_xOffset(categoryOffset())
     , m_view(view)
     , m_points(view.data())
@@ -65,8 +65,8 @@ void SeriesPainter::paint()
 
 QPointF SeriesPainter::pixel(double x, double y) const
 {
-    const Orv::Math::Vector3 data(static_cast<float>(x + m_xOffset), static_cast<float>(y), 0.0f);
-    return m_layout.toPixel(m_matrix.map(data));
+    const Orv::Math::DoubleMatrix::Point cube = m_matrix.map(x + m_xOffset, y, 0.0);
+    return m_layout.toPixel(cube.x, cube.y);
 }
 
 QPointF SeriesPainter::pointPixel(std::size_t k) const

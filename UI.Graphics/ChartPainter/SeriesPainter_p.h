@@ -71,7 +71,7 @@ private:
     std::size_t m_index;
     const KelChartVariableCache& m_cache;
     const KelChartVariableStyle& m_style;
-    const Orv::Math::Matrix& m_matrix;
+    const Orv::Math::DoubleMatrix m_matrix;
     double m_xOffset;
     const KelChartDecimatedView& m_view;
     // The points drawn, read once per frame.

@@ -62,6 +62,7 @@ KelVariableIter::KelVariableIter(const KelVariableIter& other)
     , m_scalars(other.m_scalars)
     , m_xs(other.m_xs)
     , m_ys(other.m_ys)
+    , m_exactXs(other.m_exactXs)
     , m_undefined(other.m_undefined)
     , m_components(other.m_components)
     , m_converter(other.m_converter)
@@ -79,6 +80,7 @@ KelVariableIter& KelVariableIter::operator=(const KelVariableIter& other)
     m_scalars = other.m_scalars;
     m_xs = other.m_xs;
     m_ys = other.m_ys;
+    m_exactXs = other.m_exactXs;
     m_undefined = other.m_undefined;
     m_components = other.m_components;
     m_converter = other.m_converter;
@@ -114,11 +116,21 @@ void KelVariableIter::setVector2Data(std::vector<float> x, std::vector<float> y,
     m_xs.resize(m_size);
     m_ys.resize(m_size);
     release(m_scalars);
+    release(m_exactXs);
     m_undefined = {fitted(std::move(xUndefined), m_size), fitted(std::move(yUndefined), m_size)};
     m_components[0].nativeUnit = xUnit;
     m_components[1].nativeUnit = yUnit;
     m_components[2].nativeUnit.clear();
     invalidate();
+}
+
+void KelVariableIter::setPreciseVector2Data(std::vector<double> x, std::vector<float> y, std::vector<bool> xUndefined,
+                                            std::vector<bool> yUndefined, const QString& xUnit, const QString& yUnit)
+{
+    std::vector<float> rounded(x.begin(), x.end());
+    setVector2Data(std::move(rounded), std::move(y), std::move(xUndefined), std::move(yUndefined), xUnit, yUnit);
+    m_exactXs = std::move(x);
+    m_exactXs.resize(m_size);
 }
 
 void KelVariableIter::clear()
@@ -128,6 +140,7 @@ void KelVariableIter::clear()
     release(m_scalars);
     release(m_xs);
     release(m_ys);
+    release(m_exactXs);
     m_undefined = {};
     for (Component& component : m_components)
         component.nativeUnit.clear();
@@ -171,6 +184,7 @@ KelVariableIter::Delivered KelVariableIter::delivered()
     } else if (m_dimension == 2) {
         items.x = m_xView;
         items.y = m_yView;
+        items.exactX = m_exactXView;
         items.xUndefined = m_undefinedView[0];
         items.yUndefined = m_undefinedView[1];
     }
@@ -315,6 +329,7 @@ void KelVariableIter::prepare()
     m_scalarView = nullptr;
     m_xView = nullptr;
     m_yView = nullptr;
+    m_exactXView = nullptr;
     m_undefinedView = {&m_undefined[0], &m_undefined[1]};
     m_withoutLogarithm = 0;
     if (m_dimension != 1)
@@ -322,6 +337,7 @@ void KelVariableIter::prepare()
     if (m_dimension != 2) {
         release(m_convertedXs);
         release(m_convertedYs);
+        release(m_convertedExactXs);
         release(m_logUndefined[1]);
     }
     if (m_dimension == 0)
@@ -332,6 +348,7 @@ void KelVariableIter::prepare()
     } else if (m_dimension == 2) {
         m_xView = deliver(m_xs, m_convertedXs, 0);
         m_yView = deliver(m_ys, m_convertedYs, 1);
+        m_exactXView = deliverExactX();
     }
     m_count = m_size;
     m_prepared = true;
@@ -361,4 +378,29 @@ const T* KelVariableIter::deliver(const std::vector<T>& native, std::vector<T>& 
     m_withoutLogarithm += takeLog10(converted, m_logUndefined[index]);
     m_undefinedView[index] = &m_logUndefined[index];
     return converted.data();
+}
+
+// The exact x values converted and logged as `deliver` does the rounded ones; their undefined
+// flags and the count of values without logarithm come from the rounded ones.
+const double* KelVariableIter::deliverExactX()
+{
+    if (m_exactXs.empty()) {
+        release(m_convertedExactXs);
+        return nullptr;
+    }
+    const Component& component = m_components[0];
+    const QString target = targetUnit(component);
+    bool isConverted = false;
+    if (target != component.nativeUnit) {
+        m_convertedExactXs = m_exactXs;
+        isConverted = m_converter->convert(m_convertedExactXs.data(), m_convertedExactXs.size(), component.nativeUnit,
+                                           target);
+    }
+    if (!component.logarithmic)
+        return isConverted ? m_convertedExactXs.data() : m_exactXs.data();
+    if (!isConverted)
+        m_convertedExactXs = m_exactXs;
+    std::vector<bool> undefined = m_undefined[0];
+    takeLog10(m_convertedExactXs, undefined);
+    return m_convertedExactXs.data();
 }

@@ -42,6 +42,12 @@ public:
     // `x` and `y` must have the same length; the longer one is cut.
     void setVector2Data(std::vector<float> x, std::vector<float> y, std::vector<bool> xUndefined = {},
                         std::vector<bool> yUndefined = {}, const QString& xUnit = {}, const QString& yUnit = {});
+    // The same with x in double precision, for x values a float cannot tell apart (times of
+    // samples 0.1 s apart, years after the first): iteration delivers them rounded to float, as
+    // every 2-D item is; `delivered()` also gives them in full (`Delivered::exactX`).
+    void setPreciseVector2Data(std::vector<double> x, std::vector<float> y, std::vector<bool> xUndefined = {},
+                               std::vector<bool> yUndefined = {}, const QString& xUnit = {},
+                               const QString& yUnit = {});
     // Drops the data and their native units; chosen units and flags stay.
     void clear();
     std::size_t size() const { return m_size; }
@@ -63,6 +69,7 @@ public:
         const double* scalars = nullptr; // scalar items
         const float* x = nullptr;        // 2-D items
         const float* y = nullptr;
+        const double* exactX = nullptr;  // x in double precision, where the host gave it so
         const std::vector<bool>* xUndefined = nullptr; // `size` flags, or null without data
         const std::vector<bool>* yUndefined = nullptr; // 2-D items only
     };
@@ -99,6 +106,7 @@ private:
     bool accepts(const Component& component, const QString& unit) const;
     template <class T>
     const T* deliver(const std::vector<T>& native, std::vector<T>& converted, std::size_t index);
+    const double* deliverExactX();
 
     // Native data.
     int m_dimension = 0;
@@ -106,6 +114,7 @@ private:
     std::vector<double> m_scalars;
     std::vector<float> m_xs;
     std::vector<float> m_ys;
+    std::vector<double> m_exactXs; // empty unless the host gave x in double precision
     std::array<std::vector<bool>, 2> m_undefined;
 
     // Settings.
@@ -119,9 +128,11 @@ private:
     std::vector<double> m_convertedScalars;
     std::vector<float> m_convertedXs;
     std::vector<float> m_convertedYs;
+    std::vector<double> m_convertedExactXs;
     const double* m_scalarView = nullptr;
     const float* m_xView = nullptr;
     const float* m_yView = nullptr;
+    const double* m_exactXView = nullptr;
     // The host's flags, or for logarithmic components those joined with the
     // flags of values without logarithm.
     std::array<std::vector<bool>, 2> m_logUndefined;

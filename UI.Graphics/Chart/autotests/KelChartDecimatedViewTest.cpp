@@ -128,8 +128,8 @@ protected:
         const auto [xLow, xHigh] = std::minmax_element(x.begin(), x.end());
         // A view a little inside the data, so that lines leave it.
         const float xFrom = *xLow * 0.9f + *xHigh * 0.1f;
-        placement.matrix = GetParam().mirrored ? Orv::Math::Matrix::ortho(*xHigh, xFrom, *yLow, *yHigh, -1, 1)
-                                               : Orv::Math::Matrix::ortho(xFrom, *xHigh, *yLow, *yHigh, -1, 1);
+        placement.matrix = GetParam().mirrored ? Orv::Math::DoubleMatrix::ortho(*xHigh, xFrom, *yLow, *yHigh, -1, 1)
+                                               : Orv::Math::DoubleMatrix::ortho(xFrom, *xHigh, *yLow, *yHigh, -1, 1);
         placement.left = 20;
         placement.bottom = imageHeight - 20;
         placement.width = imageWidth - 40;
@@ -138,9 +138,9 @@ protected:
     }
     QPointF pixel(std::size_t k) const
     {
-        const Orv::Math::Vector3 at = placement.matrix.map({float(cache->x()[k]), float(cache->y()[k]), 0.0f});
-        const QPointF p(placement.left + (at.x() + 1.0) / 2.0 * placement.width,
-                        placement.bottom - (at.y() + 1.0) / 2.0 * placement.height);
+        const auto at = placement.matrix.map(cache->x()[k], cache->y()[k], 0.0);
+        const QPointF p(placement.left + (at.x + 1.0) / 2.0 * placement.width,
+                        placement.bottom - (at.y + 1.0) / 2.0 * placement.height);
         return GetParam().snapped ? QPointF(std::floor(p.x()) + 0.5, std::floor(p.y()) + 0.5) : p;
     }
     QImage draw(const Indices& indices) const

@@ -162,7 +162,7 @@ protected:
                     << from << " " << columns;
         KelChartDecimatedView::Placement placement;
         placement.matrix =
-            Orv::Math::Matrix::ortho(float(x0), float(x1), cache.bounds().min().y(), cache.bounds().max().y(), -1, 1);
+            Orv::Math::DoubleMatrix::ortho(x0, x1, cache.bounds().min().y(), cache.bounds().max().y(), -1, 1);
         placement.width = 300;
         placement.height = 200;
         placement.bottom = 200;

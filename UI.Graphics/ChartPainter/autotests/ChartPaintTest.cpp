@@ -64,7 +64,8 @@ protected:
     QPointF pixelOf(double x, double y) const
     {
         const Orv::Math::Vector3 point(static_cast<float>(x), static_cast<float>(y), 0.0f);
-        return painter->layout().toPixel(plot->scaling().matrix(0).map(point));
+        const auto cube = plot->scaling().preciseMatrix(0).map(point.x(), point.y(), point.z());
+        return painter->layout().toPixel(cube.x, cube.y);
     }
 
     KelModifiedGroup group;

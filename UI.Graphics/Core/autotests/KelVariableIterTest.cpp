@@ -180,3 +180,26 @@ TEST_F(VariableIter, DeliveredArraysHoldWhatIterationGives)
     planar.clear();
     EXPECT_EQ(planar.delivered().size, 0u);
 }
+
+// x values a float cannot tell apart (0.1 s steps a year after the origin) are delivered in full
+// beside the float items, converted and logged as they are.
+TEST_F(VariableIter, PreciseXIsDeliveredBesideTheFloatItems)
+{
+    const std::vector<double> x = {31622410.0, 31622410.1, 31622410.2};
+    planar.setPreciseVector2Data(x, {1.0f, 2.0f, 3.0f}, {}, {}, "s", "m");
+    KelVariableIter::Delivered items = planar.delivered();
+    ASSERT_NE(items.exactX, nullptr);
+    EXPECT_EQ(std::vector<double>(items.exactX, items.exactX + 3), x);
+    EXPECT_EQ(items.x[1], static_cast<float>(x[1])); // the float items, as iteration gives them
+    ASSERT_TRUE(planar.setUnits("min", "m", ""));
+    items = planar.delivered();
+    EXPECT_DOUBLE_EQ(items.exactX[1], x[1] / 60.0);
+    EXPECT_NE(items.exactX[1], items.exactX[2]);
+    planar.setLogarithmic(true, false, false);
+    items = planar.delivered();
+    EXPECT_DOUBLE_EQ(items.exactX[0], std::log10(x[0] / 60.0));
+    EXPECT_EQ(planar.valuesWithoutLogarithm(), 0u);
+    // Float data replace the precise ones.
+    planar.setVector2Data({1.0f}, {2.0f});
+    EXPECT_EQ(planar.delivered().exactX, nullptr);
+}
