@@ -50,14 +50,22 @@ QPointF across(const QRectF& plot, AxisSide side, QPointF from)
                             : QPointF(side == AxisSide::Left ? plot.right() : plot.left(), from.y());
 }
 
-// A coordinate moved by less than half a device pixel so that a line of whole
-// device pixels across it covers whole pixels.
+// The centre of a line `width` pixels wide nearest x that makes it cover whole pixels.
+double onPixels(double x, double width)
+{
+    return std::fmod(std::round(width), 2.0) == 1.0 ? std::floor(x) + 0.5 : std::round(x);
+}
+
+// A coordinate moved so that a line of whole pixels across it covers whole pixels. It is
+// placed on logical pixels first, so that at a whole ratio the picture is the 1x layout times
+// the ratio, still crisp; other ratios then move it on device pixels too.
 double snapped(double value, double scale, double offset, double ratio, double penWidth)
 {
-    const double device = (value * scale + offset) * ratio;
-    const double width = std::round(penWidth * std::abs(scale) * ratio);
-    const double crisp = std::fmod(width, 2.0) == 1.0 ? std::floor(device) + 0.5 : std::round(device);
-    return (crisp / ratio - offset) / scale;
+    const double width = penWidth * std::abs(scale);
+    double crisp = onPixels(value * scale + offset, width);
+    if (ratio != std::round(ratio))
+        crisp = onPixels(crisp * ratio, width * ratio) / ratio;
+    return (crisp - offset) / scale;
 }
 
 // A line along x or y placed on device pixels, so that a 1-pixel axis at x = 73
