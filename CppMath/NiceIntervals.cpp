@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
+#include <numeric>
 #include <optional>
 
 namespace Orv::Math {
@@ -115,19 +116,19 @@ int labelFactorExponent(int largestExponent, int stepExponent)
     return 0;
 }
 
-// A step shape j × q with what the search needs of it, worked out once: the integer digits ×
-// 10^shift without trailing zeros (a skipped step such as 2 × 5 is 1 × 10^1, so its labels get
-// the precision of 10, not of 1.0), and the simplicity without the bonus for a tick at zero.
+// A step shape j × q with what the search needs of it, worked out once. Ticks are multiples of
+// the unit q × 10^z, every j-th one; the unit is held as integer digits × 10^(z + shift), 2.5
+// as 25 × 10^-1, so that ticks are exact.
 struct Shape {
     int rank = 0; // of q
     int skip = 1; // j
-    std::int64_t digits = 1;
-    int shift = 0;
+    std::int64_t unitDigits = 1;
+    int unitShift = 0;
     double value = 1.0; // j × q
     double inverseValue = 1.0;
-    double inverseDigits = 1.0;
-    double plainSimplicity = 0.0;
-    double largestMultiple = 0.0; // |k| below it: distinct ticks and k × digits exact
+    double inverseUnitDigits = 1.0;
+    double plainSimplicity = 0.0; // without the bonus for a label at zero
+    double largestMultiple = 0.0; // of the unit: |k| below it keeps ticks distinct and k × digits exact
 };
 
 constexpr Shape makeShape(int rank, int skip)
@@ -135,17 +136,13 @@ constexpr Shape makeShape(int rank, int skip)
     Shape s;
     s.rank = rank;
     s.skip = skip;
-    s.digits = static_cast<std::int64_t>(BaseDigits[rank]) * skip;
-    s.shift = BaseShift[rank];
-    while (s.digits % 10 == 0) {
-        s.digits /= 10;
-        ++s.shift;
-    }
+    s.unitDigits = BaseDigits[rank];
+    s.unitShift = BaseShift[rank];
     s.value = BaseValue[rank] * skip;
     s.inverseValue = 1.0 / s.value;
-    s.inverseDigits = 1.0 / static_cast<double>(s.digits);
+    s.inverseUnitDigits = 1.0 / static_cast<double>(s.unitDigits);
     s.plainSimplicity = 1.0 - rank / (BaseCount - 1.0) - skip;
-    s.largestMultiple = std::min(MaxMultiple, MaxExactInteger / static_cast<double>(s.digits));
+    s.largestMultiple = std::min(MaxMultiple, MaxExactInteger / static_cast<double>(s.unitDigits));
     return s;
 }
 
@@ -160,49 +157,75 @@ constexpr auto Shapes = [] {
     return shapes;
 }();
 
-// A step j × q × 10^z, kept as the integer digits × 10^exponent so that ticks are exact.
+// A step j × q × 10^z: its unit q × 10^z is unitDigits × 10^exponent.
 struct Step {
     const Shape* shape = &Shapes[0];
     int exponent = 0;
-    double size = 1.0;
+    double unitSize = 1.0;
+    double inverseUnitSize = 1.0;
+    double size = 1.0; // j units, for scores
     double inverseSize = 1.0;
 
-    std::int64_t digits() const { return shape->digits; }
-    double tick(std::int64_t k) const { return Decimal{k * digits(), exponent}.toDouble(); }
+    std::int64_t skip() const { return shape->skip; }
+    // The k-th multiple of the unit, the double nearest the decimal.
+    double tick(std::int64_t k) const { return Decimal{k * shape->unitDigits, exponent}.toDouble(); }
 };
 
 std::optional<Step> makeStep(const Shape& shape, int z)
 {
-    const int exponent = z + shape.shift;
+    const int exponent = z + shape.unitShift;
     if (exponent < MinStepExponent || exponent > MaxStepExponent)
         return std::nullopt;
-    const double size = Decimal{shape.digits, exponent}.toDouble();
+    const double unitSize = Decimal{shape.unitDigits, exponent}.toDouble();
+    const double size = unitSize * shape.skip;
     if (!std::isfinite(size))
         return std::nullopt;
     // The reciprocal only turns quotients into products: a rounding more stays far inside the
     // tolerance of nearInteger.
-    const double inverseSize = exponent <= 0 ? shape.inverseDigits * powerOfTen(-exponent) : 1.0 / size;
-    return Step{&shape, exponent, size, inverseSize};
+    const double inverseUnitSize =
+        exponent <= 0 ? shape.inverseUnitDigits * powerOfTen(-exponent) : 1.0 / unitSize;
+    return Step{&shape, exponent, unitSize, inverseUnitSize, size, inverseUnitSize / shape.skip};
 }
 
-// How the labels of ticks from..to of a step are written.
+// The ticks first, first + j, ..., last (multiples of the unit) as (first + i × stride) × digits
+// × 10^exponent with the common factor of all ticks in digits, trailing zeros moved to the
+// exponent: labels get the precision of the ticks themselves (5 15 25, but 0 10 20 not 0.0 1.0 2.0).
+struct TickDigits {
+    std::int64_t first = 0;
+    std::int64_t last = 0;
+    std::int64_t stride = 1;
+    std::int64_t digits = 1;
+    int exponent = 0;
+};
+
+TickDigits tickDigits(const Step& s, std::int64_t first, std::int64_t last)
+{
+    const std::int64_t common = std::gcd(first, s.skip()); // j when first is 0
+    TickDigits t{first / common, last / common, s.skip() / common, s.shape->unitDigits * common, s.exponent};
+    while (t.digits % 10 == 0) {
+        t.digits /= 10;
+        ++t.exponent;
+    }
+    return t;
+}
+
+// How the labels of a labeling are written.
 struct LabelStyle {
     int factorExponent = 0;
     int largestExponent = 0;
     NumberFormat::Notation notation = NumberFormat::Notation::Fixed;
 };
 
-LabelStyle labelStyle(const Step& s, std::int64_t first, std::int64_t last, bool factorLabels,
-                      NumberFormat::Notation notation)
+LabelStyle labelStyle(const TickDigits& t, bool factorLabels, NumberFormat::Notation notation)
 {
     LabelStyle style;
-    const std::int64_t largestDigits = std::max(std::abs(first), std::abs(last)) * s.digits();
-    style.largestExponent = digitCount(largestDigits) - 1 + s.exponent;
+    const std::int64_t largestDigits = std::max(std::abs(t.first), std::abs(t.last)) * t.digits;
+    style.largestExponent = digitCount(largestDigits) - 1 + t.exponent;
     if (factorLabels && largestDigits != 0)
-        style.factorExponent = labelFactorExponent(style.largestExponent, s.exponent);
+        style.factorExponent = labelFactorExponent(style.largestExponent, t.exponent);
     style.notation = notation;
     if (notation == NumberFormat::Notation::Automatic)
-        style.notation = NumberFormat::automaticNotation(s.exponent - style.factorExponent,
+        style.notation = NumberFormat::automaticNotation(t.exponent - style.factorExponent,
                                                          style.largestExponent - style.factorExponent);
     return style;
 }
@@ -216,36 +239,34 @@ struct Request {
     bool loose;
     bool factorLabels;
     NumberFormat::Notation notation;
-    // For the scores and bounds: 1 / count, 10 / span (a step of at least 10^-300 needs a span
-    // far from the smallest doubles, so this is finite whenever a step is laid out), and the
-    // largest span in steps for which zero can be a tick.
+    // For the scores and bounds: 1 / count, 10 / span and 1 / span (a step of at least 10^-300
+    // needs a span far from the smallest doubles, so these are finite whenever a step is laid
+    // out), whether zero lies in the data and otherwise the distance from zero to the nearer
+    // end, in spans.
     double inverseCount;
     double tenOverSpan;
-    double zeroReachableUpTo;
+    double inverseSpan;
+    bool zeroInside;
+    double zeroDistance;
 };
 
 Request makeRequest(double min, double max, int count, bool loose, bool factorLabels, NumberFormat::Notation notation)
 {
     const double span = max - min;
-    Request r{min, max, span, count, loose, factorLabels, notation, 1.0 / count, 10.0 / span, 0.0};
-    if (min <= 0.0 && max >= 0.0)
-        r.zeroReachableUpTo = std::numeric_limits<double>::infinity();
-    else if (loose) // the step must reach from zero past the nearer end
-        r.zeroReachableUpTo = r.span / std::min(std::fabs(min), std::fabs(max)) * (1.0 + BoundSlack);
-    else
-        r.zeroReachableUpTo = -1.0;
-    return r;
+    const bool zeroInside = min <= 0.0 && max >= 0.0;
+    const double zeroDistance = zeroInside ? 0.0 : std::min(std::fabs(min), std::fabs(max)) / span;
+    return {min, max, span, count, loose, factorLabels, notation, 1.0 / count, 10.0 / span, 1.0 / span,
+            zeroInside, zeroDistance};
 }
 
-// One candidate: the ticks first..last of a step, lmin..lmax.
+// The chosen ticks: multiples first..last of the step's unit, last - first a multiple of j.
 struct Labeling {
     Step step;
     std::int64_t first = 0;
     std::int64_t last = -1;
-    double lmin = 0.0;
-    double lmax = 0.0;
     double score = -std::numeric_limits<double>::infinity();
     LabelStyle style;
+    TickDigits digits;
 };
 
 // Whether a quotient below 2^50 may be an integer up to its rounding errors (a few units in
@@ -257,7 +278,7 @@ bool nearInteger(double x)
     return fraction <= tolerance || fraction >= 1.0 - tolerance;
 }
 
-// The multiple tightest at or below x, given quotient = x / step. Away from an integer the
+// The unit multiple tightest at or below x, given quotient = x / unit. Away from an integer the
 // quotient decides alone; near one, the exact tick values do.
 std::int64_t multipleAtOrBelow(const Step& s, double quotient, double x)
 {
@@ -283,16 +304,22 @@ std::int64_t multipleAtOrAbove(const Step& s, double quotient, double x)
     return k;
 }
 
+// x mod j in [0, j).
+std::int64_t residue(std::int64_t x, std::int64_t j)
+{
+    const std::int64_t r = x % j;
+    return r < 0 ? r + j : r;
+}
+
 double square(double x)
 {
     return x * x;
 }
 
-// 2 - max(ratio, 1 / ratio), ratio = the extent of data and ticks, in steps, over the wanted intervals.
-double density(double extentInSteps, const Request& r)
+// The coverage for gaps `low` and `high` between the data ends and the outer ticks.
+double coverage(double low, double high, const Request& r)
 {
-    const double ratio = extentInSteps * r.inverseCount;
-    return 2.0 - std::max(ratio, 1.0 / ratio);
+    return 1.0 - 0.5 * (square(low * r.tenOverSpan) + square(high * r.tenOverSpan));
 }
 
 // The coverage when the ticks leave `gap` in all between them and the data ends, split evenly,
@@ -315,7 +342,7 @@ double legibility(const LabelStyle& style)
     return (format + ConstantLegibilityParts) / (ConstantLegibilityParts + 1.0);
 }
 
-// 2 - max(n / count, count / n) for n > 0 steps.
+// 2 - max(n / count, count / n): the density when data and ticks extend over n > 0 steps.
 double densityOfSteps(const Request& r, double n)
 {
     return 2.0 - std::max(n * r.inverseCount, r.count / n);
@@ -327,18 +354,37 @@ struct StepsInSpan {
     double inverse;
 };
 
-// The best coverage and density a step can reach, known before laying it out, from the span in
-// steps u alone. Enclosing ticks span n = ceil(u) or n + 1 steps, the data inside; inner ones
-// floor(u) or one less, inside the data, whose extent sets the density.
-double spreadBound(const Request& r, StepsInSpan s)
+// Coverage and density of ticks enclosing the data over n steps whose gap below the data is at
+// least nearGap spans, with the gaps split as evenly as that allows (the most coverage).
+double enclosingPart(const Request& r, StepsInSpan s, double n, double nearGap)
 {
-    if (r.loose) {
-        const double n = std::max(1.0, std::ceil(s.u * (1.0 - BoundSlack)));
-        const auto part = [&](double steps) {
-            return 0.2 * coverageBound(std::max(0.0, steps - s.u) * s.inverse) + 0.5 * densityOfSteps(r, steps);
-        };
-        return std::max(part(n), part(n + 1.0));
+    const double gap = std::max(0.0, n * s.inverse - 1.0); // in spans
+    const double near = std::max(nearGap, 0.5 * gap);
+    const double cover = 1.0 - 50.0 * (square(near) + square(std::max(0.0, gap - near)));
+    return 0.2 * cover + 0.5 * densityOfSteps(r, n);
+}
+
+// The most coverage and density add for enclosing ticks, over every number of steps n: at least
+// u (1 + nearGap) to reach over the data and the gap. Both parts are concave in n (the squared
+// gaps convex, the density a minimum of concave terms), so the walk up from the fewest steps
+// stops at the top; past count steps both fall.
+double enclosingBound(const Request& r, StepsInSpan s, double nearGap)
+{
+    double n = std::max(1.0, std::ceil(s.u * (1.0 + nearGap) * (1.0 - BoundSlack)));
+    double best = enclosingPart(r, s, n, nearGap);
+    for (; n < r.count; ++n) {
+        const double next = enclosingPart(r, s, n + 1.0, nearGap);
+        if (next <= best)
+            break;
+        best = next;
     }
+    return best;
+}
+
+// The most coverage and density add for inner ticks: floor(u) or one step less inside the data,
+// whose extent sets the density.
+double innerBound(const Request& r, StepsInSpan s)
+{
     const double n = std::floor(s.u * (1.0 + BoundSlack));
     if (n < 1.0)
         return -std::numeric_limits<double>::infinity(); // at most one tick
@@ -346,7 +392,7 @@ double spreadBound(const Request& r, StepsInSpan s)
     return 0.2 * coverageBound(std::max(0.0, s.u - n) * s.inverse) + 0.5 * density;
 }
 
-// A looser bound than spreadBound, but one that only grows towards u = count from either side,
+// A looser bound than the two above, but one that only grows towards u = count from either side,
 // so that once it falls below the best score, steps further out need not be tried.
 double spreadEnvelope(const Request& r, StepsInSpan s)
 {
@@ -355,43 +401,16 @@ double spreadEnvelope(const Request& r, StepsInSpan s)
             return -std::numeric_limits<double>::infinity();
         return 0.2 + 0.5 * (2.0 - std::max(s.u * r.inverseCount, r.count * s.inverse));
     }
-    if (s.u >= r.count) // more steps than wanted: density falls with u
+    if (s.u >= r.count) // n >= u >= count steps: density falls with u, coverage at most 1
         return 0.2 + 0.5 * std::min(1.0, 2.0 - s.u * r.inverseCount);
-    const double coverage = s.u < 1.0 ? coverageBound(s.inverse - 1.0) : 1.0;
-    return 0.2 * coverage + 0.5 * std::min(1.0, 2.0 - r.count / (s.u + 2.0));
-}
-
-std::optional<Labeling> layOut(const Request& r, const Step& s)
-{
-    const double low = r.min * s.inverseSize;
-    const double high = r.max * s.inverseSize;
-    if (!(std::fabs(low) < s.shape->largestMultiple && std::fabs(high) < s.shape->largestMultiple))
-        return std::nullopt;
-
-    Labeling l;
-    l.step = s;
-    l.first = r.loose ? multipleAtOrBelow(s, low, r.min) : multipleAtOrAbove(s, low, r.min);
-    l.last = r.loose ? multipleAtOrAbove(s, high, r.max) : multipleAtOrBelow(s, high, r.max);
-    if (l.last < l.first)
-        return std::nullopt;
-    l.lmin = s.tick(l.first);
-    l.lmax = s.tick(l.last);
-    if (!std::isfinite(l.lmin) || !std::isfinite(l.lmax))
-        return std::nullopt;
-    return l;
-}
-
-// The score with legibility taken as 1, its most.
-double scoreBeforeLegibility(const Labeling& l, const Request& r)
-{
-    const double coverage =
-        1.0 - 0.5 * (square((r.max - l.lmax) * r.tenOverSpan) + square((r.min - l.lmin) * r.tenOverSpan));
-    // Counted in steps, the extent cannot overflow however large the values.
-    const double extent = static_cast<double>(l.last - l.first) + std::max(0.0, (r.max - l.lmax) * l.step.inverseSize)
-                          + std::max(0.0, (l.lmin - r.min) * l.step.inverseSize);
-    const double spread = l.last > l.first ? density(extent, r) : -std::numeric_limits<double>::infinity();
-    const bool zeroIsTick = l.first <= 0 && l.last >= 0;
-    return weighted(l.step.shape->plainSimplicity + (zeroIsTick ? 1.0 : 0.0), coverage, spread, 1.0);
+    // Fewer steps than wanted: extending the ticks by a gap of t spans (at least 1 / u - 1, to
+    // have a step) raises the density and costs coverage. Their sum is at most 0.7 - 5t^2 (density
+    // 1) and at most 1.2 - 0.5 count / (u (1 + t)) (coverage 1), the one falling and the other
+    // rising in t, so below the larger of the two at any t0. The best sum only rises with u: the
+    // second bound does, and the least t falls.
+    const double ratio = r.count * s.inverse;
+    const double t = std::max(s.inverse - 1.0, 0.1 * (ratio - 1.0)); // near where the two cross
+    return std::min(MostSpread, std::max(0.7 - 5.0 * t * t, 1.2 - 0.5 * ratio / (1.0 + t)));
 }
 
 // The decimal exponent of x > 0: floor(log10(x)), up to rounding at exact powers of ten. From
@@ -411,7 +430,17 @@ int decimalExponent(double x)
     return e;
 }
 
-// The best labeling of a request, by a walk over j, q and z that skips what bounds rule out.
+// The unit multiples nearest the data ends (outside for enclosing ticks, inside for inner ones)
+// and their distances to the ends.
+struct Ends {
+    std::int64_t low;
+    std::int64_t high;
+    double lowGap;
+    double highGap;
+};
+
+// The best labeling of a request, by a walk over j, q and z that skips what bounds rule out;
+// each step laid out is tried at every start offset, enclosing ticks also with extra steps.
 class Search {
 public:
     explicit Search(const Request& r)
@@ -443,18 +472,22 @@ public:
     }
 
 private:
-    // Steps with zero among their ticks span at most zeroReachableUpTo steps; below count steps
-    // the envelope only rises towards count.
+    // The most coverage and density add when zero is a label. Inner ticks have it only when
+    // the data hold zero; enclosing ones reach it from outside at a gap of at least the distance
+    // to zero below or above the data, which caps the coverage.
     static double zeroSpread(const Request& r)
     {
-        const double u = std::min(r.zeroReachableUpTo, static_cast<double>(r.count));
-        return spreadEnvelope(r, {u, 1.0 / u});
+        if (r.zeroInside)
+            return MostSpread;
+        if (!r.loose)
+            return -std::numeric_limits<double>::infinity();
+        return std::min(MostSpread, 0.2 * (1.0 - 50.0 * square(r.zeroDistance)) + 0.5);
     }
 
     // What a candidate must beat, less the slack for rounding in the bounds.
     double bar() const { return m_bar; }
 
-    // The most any step of the shape can score, with or without a tick at zero.
+    // The most any step of the shape can score, with or without a label at zero.
     double shapeBound(const Shape& shape) const
     {
         return 0.25 * shape.plainSimplicity + MostLegibility + std::max(MostSpread, 0.25 + m_zeroSpread);
@@ -523,17 +556,28 @@ private:
         }
     }
 
+    // Monotone in u on either side of count, see spreadEnvelope; with zero a label, the spread
+    // is also capped by m_zeroSpread.
     double envelopeBound(const Shape& shape, StepsInSpan s) const
     {
-        const double simplicity = shape.plainSimplicity + (s.u <= m_r.zeroReachableUpTo ? 1.0 : 0.0);
-        return 0.25 * simplicity + spreadEnvelope(m_r, s) + MostLegibility;
+        const double spread = spreadEnvelope(m_r, s);
+        return MostLegibility + 0.25 * shape.plainSimplicity
+               + std::max(spread, 0.25 + std::min(spread, m_zeroSpread));
     }
 
     // The most a step can score, from the span in its steps.
     double stepBound(const Shape& shape, StepsInSpan s) const
     {
-        const double simplicity = shape.plainSimplicity + (s.u <= m_r.zeroReachableUpTo ? 1.0 : 0.0);
-        return 0.25 * simplicity + spreadBound(m_r, s) + MostLegibility;
+        const double plain = MostLegibility + 0.25 * shape.plainSimplicity;
+        if (!m_r.loose)
+            return plain + innerBound(m_r, s) + (m_r.zeroInside ? 0.25 : 0.0);
+        const double spread = enclosingBound(m_r, s, 0.0);
+        if (m_r.zeroInside)
+            return plain + 0.25 + spread;
+        const double withoutZero = plain + spread;
+        if (plain + 0.25 + m_zeroSpread < std::max(withoutZero, bar()))
+            return withoutZero;
+        return std::max(withoutZero, plain + 0.25 + enclosingBound(m_r, s, m_r.zeroDistance));
     }
 
     void tryNearest(const Shape& shape, Nearest n)
@@ -560,10 +604,10 @@ private:
             return;
         const Nearest n = nearestSteps(shape);
         StepsInSpan fine = finer(n.steps);
-        for (int z = n.z - 1; z >= m_centre - DecadesBelow && visit(shape, z, fine, true); --z)
+        for (int z = n.z - 1; z >= m_centre - DecadesBelow && visit(shape, z, fine); --z)
             fine = finer(fine);
         StepsInSpan coarse = coarser(coarser(n.steps));
-        for (int z = n.z + 2; z <= m_centre + DecadesAbove && visit(shape, z, coarse, false); ++z)
+        for (int z = n.z + 2; z <= m_centre + DecadesAbove && visit(shape, z, coarse); ++z)
             coarse = coarser(coarse);
     }
 
@@ -577,13 +621,9 @@ private:
 
     // Considers a step beyond the nearest two unless its bounds rule it out; false when the
     // walk need go no further: there the envelope only falls further out.
-    bool visit(const Shape& shape, int z, StepsInSpan s, bool downwards)
+    bool visit(const Shape& shape, int z, StepsInSpan s)
     {
-        const double reach = m_r.zeroReachableUpTo;
-        // Downwards u grows, so once zero is out of reach it stays so.
-        const bool zeroAhead = downwards ? s.u <= reach : reach > 0.0;
-        const double simplicityAhead = shape.plainSimplicity + (zeroAhead ? 1.0 : 0.0);
-        if (0.25 * simplicityAhead + spreadEnvelope(m_r, s) + MostLegibility < bar())
+        if (envelopeBound(shape, s) < bar())
             return false;
         if (stepBound(shape, s) < bar())
             return true;
@@ -592,29 +632,141 @@ private:
         return true;
     }
 
-    // Lays out the step and keeps it when it beats the best so far.
+    // Lays out the step at each start offset: the first tick any multiple of the unit, the
+    // rest every j-th, so that for j > 1 the ticks need not be multiples of the step.
     void consider(const Step& s)
     {
-        auto candidate = layOut(m_r, s);
-        if (!candidate)
+        const double low = m_r.min * s.inverseUnitSize;
+        const double high = m_r.max * s.inverseUnitSize;
+        const double largest = s.shape->largestMultiple;
+        if (!(std::fabs(low) < largest && std::fabs(high) < largest))
             return;
-        const double upper = scoreBeforeLegibility(*candidate, m_r);
+        const bool loose = m_r.loose;
+        const std::int64_t first = loose ? multipleAtOrBelow(s, low, m_r.min) : multipleAtOrAbove(s, low, m_r.min);
+        const std::int64_t last = loose ? multipleAtOrAbove(s, high, m_r.max) : multipleAtOrBelow(s, high, m_r.max);
+        if (last <= first)
+            return; // fewer than two ticks
+        const double lmin = s.tick(first);
+        const double lmax = s.tick(last);
+        if (!std::isfinite(lmin) || !std::isfinite(lmax))
+            return;
+        const Ends ends{first, last, std::fabs(m_r.min - lmin), std::fabs(m_r.max - lmax)};
+        for (std::int64_t offset = 0; offset < s.skip(); ++offset) {
+            if (loose)
+                considerEnclosing(s, ends, offset);
+            else
+                considerInner(s, ends, offset);
+        }
+    }
+
+    // The inner ticks whose multiples are `offset` modulo j. Fewer ticks never score more: the
+    // density depends on the step alone and the coverage falls.
+    void considerInner(const Step& s, const Ends& e, std::int64_t offset)
+    {
+        const std::int64_t j = s.skip();
+        const std::int64_t first = e.low + residue(offset - e.low, j);
+        const std::int64_t last = e.high - residue(e.high - offset, j);
+        if (last <= first)
+            return;
+        const double lowGap = e.lowGap + static_cast<double>(first - e.low) * s.unitSize;
+        const double highGap = e.highGap + static_cast<double>(e.high - last) * s.unitSize;
+        const bool zero = offset == 0 && first <= 0 && last >= 0;
+        const double density = densityOfSteps(m_r, m_r.span * s.inverseSize);
+        keep(s, first, last,
+             weighted(s.shape->plainSimplicity + (zero ? 1.0 : 0.0), coverage(lowGap, highGap, m_r), density, 1.0));
+    }
+
+    // The tightest enclosing ticks whose multiples are `offset` modulo j, and those with extra
+    // steps below and above: below count steps they raise the density, and they may reach zero.
+    void considerEnclosing(const Step& s, const Ends& e, std::int64_t offset)
+    {
+        const std::int64_t j = s.skip();
+        Extension x;
+        x.first = e.low - residue(e.low - offset, j);
+        x.last = e.high + residue(offset - e.high, j);
+        x.lowGap = e.lowGap + static_cast<double>(e.low - x.first) * s.unitSize;
+        x.highGap = e.highGap + static_cast<double>(x.last - e.high) * s.unitSize;
+        x.steps = static_cast<double>((x.last - x.first) / j);
+        const double mostSimplicity = s.shape->plainSimplicity + (offset == 0 ? 1.0 : 0.0);
+        const double mostSteps = std::max(x.steps, static_cast<double>(NiceIntervals::MaxCount));
+        for (std::int64_t extra = 0; x.steps + extra <= mostSteps; ++extra) {
+            // Further steps only widen the gaps and, past count steps, lower the density.
+            const double n = x.steps + static_cast<double>(extra);
+            const double gaps = x.lowGap + x.highGap + static_cast<double>(extra) * s.size;
+            const double most = 0.25 * mostSimplicity + 0.2 * coverageBound(gaps * m_r.inverseSpan)
+                                + 0.5 * (n <= m_r.count ? 1.0 : densityOfSteps(m_r, n)) + MostLegibility;
+            if (most < bar())
+                return;
+            extend(s, x, extra, offset == 0);
+        }
+    }
+
+    // Tightest enclosing ticks, to be extended.
+    struct Extension {
+        std::int64_t first;
+        std::int64_t last;
+        double lowGap;
+        double highGap;
+        double steps;
+    };
+
+    // The tightest ticks with `extra` more steps, split below and above to leave the gaps nearest
+    // even (the most coverage: the sum of squares is convex in the split), and when zero is
+    // a multiple of j outside them, the split nearest that which reaches it.
+    void extend(const Step& s, const Extension& x, std::int64_t extra, bool zeroFits)
+    {
+        const std::int64_t j = s.skip();
+        const double even = std::round((static_cast<double>(extra) * s.size + x.highGap - x.lowGap) / (2.0 * s.size));
+        const auto below = static_cast<std::int64_t>(std::clamp(even, 0.0, static_cast<double>(extra)));
+        scoreExtension(s, x, below, extra);
+        if (!zeroFits)
+            return;
+        if (x.first > 0 && x.first - below * j > 0 && x.first / j <= extra)
+            scoreExtension(s, x, x.first / j, extra);
+        else if (x.last < 0 && x.last + (extra - below) * j < 0 && -x.last / j <= extra)
+            scoreExtension(s, x, extra + x.last / j, extra);
+    }
+
+    void scoreExtension(const Step& s, const Extension& x, std::int64_t below, std::int64_t extra)
+    {
+        const std::int64_t j = s.skip();
+        const std::int64_t above = extra - below;
+        const std::int64_t first = x.first - below * j;
+        const std::int64_t last = x.last + above * j;
+        const double lowGap = x.lowGap + static_cast<double>(below) * s.size;
+        const double highGap = x.highGap + static_cast<double>(above) * s.size;
+        const bool zero = first <= 0 && last >= 0 && residue(first, j) == 0;
+        keep(s, first, last,
+             weighted(s.shape->plainSimplicity + (zero ? 1.0 : 0.0), coverage(lowGap, highGap, m_r),
+                      densityOfSteps(m_r, x.steps + static_cast<double>(extra)), 1.0));
+    }
+
+    // Keeps the ticks first..last when they beat the best so far; `upper` is their score with
+    // legibility taken as 1, its most.
+    void keep(const Step& s, std::int64_t first, std::int64_t last, double upper)
+    {
         if (m_found && !(upper > m_best.score))
             return;
-        candidate->style = labelStyle(s, candidate->first, candidate->last, m_r.factorLabels, m_r.notation);
-        candidate->score = upper - 0.05 * (1.0 - legibility(candidate->style));
-        if (!m_found || candidate->score > m_best.score) {
-            m_best = *candidate;
-            m_found = true;
-            m_bar = m_best.score - BoundSlack;
-        }
+        const double largest = s.shape->largestMultiple;
+        if (!(std::fabs(static_cast<double>(first)) < largest && std::fabs(static_cast<double>(last)) < largest))
+            return;
+        const TickDigits digits = tickDigits(s, first, last);
+        const LabelStyle style = labelStyle(digits, m_r.factorLabels, m_r.notation);
+        const double score = upper - 0.05 * (1.0 - legibility(style));
+        if (m_found && !(score > m_best.score))
+            return;
+        if (!std::isfinite(s.tick(first)) || !std::isfinite(s.tick(last)))
+            return; // extended past the largest doubles
+        m_best = Labeling{s, first, last, score, style, digits};
+        m_found = true;
+        m_bar = score - BoundSlack;
     }
 
     const Request& m_r;
     int m_centre;
     double m_unitsInSpan;
     double m_inverseUnitsInSpan;
-    double m_zeroSpread; // the most coverage and density add for a step with a tick at zero
+    double m_zeroSpread; // the most coverage and density add with zero a label
     double m_farSpread;
     Labeling m_best;
     bool m_found = false;
@@ -644,13 +796,14 @@ NiceIntervals::NiceIntervals(double min, double max, int count, bool loose, bool
     if (!best)
         return;
 
-    const Step& step = best->step;
-    m_first = best->first;
-    m_size = static_cast<int>(best->last - best->first + 1);
-    m_stepDigits = step.digits();
-    m_stepExponent = step.exponent;
-    m_min = best->lmin; // value(0) and value(m_size - 1), worked out already
-    m_max = best->lmax;
+    const TickDigits& digits = best->digits;
+    m_first = digits.first;
+    m_stride = digits.stride;
+    m_size = static_cast<int>((digits.last - digits.first) / digits.stride + 1);
+    m_stepDigits = digits.digits;
+    m_stepExponent = digits.exponent;
+    m_min = value(0);
+    m_max = value(m_size - 1);
 
     m_factorExponent = best->style.factorExponent;
     factor = Decimal{1, m_factorExponent}.toDouble();
@@ -659,12 +812,12 @@ NiceIntervals::NiceIntervals(double min, double max, int count, bool loose, bool
 
 double NiceIntervals::value(int i) const
 {
-    return Decimal{(m_first + i) * m_stepDigits, m_stepExponent}.toDouble();
+    return Decimal{(m_first + i * m_stride) * m_stepDigits, m_stepExponent}.toDouble();
 }
 
 std::string NiceIntervals::label(int i) const
 {
-    return m_format.format(Decimal{(m_first + i) * m_stepDigits, m_stepExponent - m_factorExponent});
+    return m_format.format(Decimal{(m_first + i * m_stride) * m_stepDigits, m_stepExponent - m_factorExponent});
 }
 
 double NiceIntervals::fraction(int i, bool inverted) const
@@ -677,7 +830,7 @@ double NiceIntervals::fraction(int i, bool inverted) const
 
 double NiceIntervals::step() const
 {
-    return m_size > 0 ? Decimal{m_stepDigits, m_stepExponent}.toDouble() : 0.0;
+    return m_size > 0 ? Decimal{m_stride * m_stepDigits, m_stepExponent}.toDouble() : 0.0;
 }
 
 } // namespace Orv::Math

@@ -9,13 +9,15 @@
 
 namespace Orv::Math {
 
-// Ticks for a data range [min, max]: size() values at integer multiples k × step, ascending,
-// with their labels. The step is j × q × 10^z with q in 1, 5, 2, 2.5, 4, 3 (in that order of
-// preference) and j >= 1 taking every j-th multiple of q × 10^z, as 6 = 2 × 3 or 7.5 = 3 × 2.5.
+// Ticks for a data range [min, max]: size() values `step` apart, ascending, with their labels.
+// The step is j × q × 10^z with q in 1, 5, 2, 2.5, 4, 3 (in that order of preference) and j >= 1:
+// the ticks are every j-th multiple of the unit q × 10^z, starting at any multiple, so with j > 1
+// they need not be multiples of the step: -10 10 30 is every second multiple of 10 from -10, a
+// step of 20.
 //
-// Choosing the step: the ticks of a step are fixed by the `loose` rule below, so the search runs
-// over j, q and z only, and the labeling with the best extended labeling quality of Talbot, Lin
-// and Hanrahan (2010) wins:
+// Choosing the ticks: the search runs over j, q, z, the start among the unit multiples and, for
+// enclosing ticks, how many steps beyond the tightest set they reach; the labeling with the best
+// extended labeling quality of Talbot, Lin and Hanrahan (2010) wins:
 //   0.25 simplicity + 0.2 coverage + 0.5 density + 0.05 legibility, with
 //   simplicity = 1 - (position of q in the list above minus 1) / 5 - j + (1 if 0 is a tick),
 //   coverage   = 1 - 0.5 ((dmax - lmax)^2 + (dmin - lmin)^2) / (0.1 (dmax - dmin))^2,
@@ -25,7 +27,8 @@ namespace Orv::Math {
 //                1 for plain decimals, 0.5 with a power of 1000 factored out, 0.3 in scientific
 //                notation; font size, orientation and overlap, left to the host, count as 1.
 // So a round step and a tick at zero are weighed against covering the data tightly, getting
-// close to `count` intervals and plain labels. The search is cheap: upper bounds of simplicity,
+// close to `count` intervals and plain labels; enclosing ticks reach further out when the
+// density gains more than the coverage loses. The search is cheap: upper bounds of simplicity,
 // coverage and density, known from the step alone before laying out the ticks, skip every step
 // that cannot beat the best labeling so far. The likely winners come first, so the bar rises
 // early: for j = 1 the two steps of each q nearest span / count, best bound first; then, for j
@@ -87,9 +90,11 @@ public:
     double factor = 1.0;
 
 private:
-    std::int64_t m_first = 0; // value(0) is m_first × step
+    // value(i) is (m_first + i × m_stride) × m_stepDigits × 10^m_stepExponent.
+    std::int64_t m_first = 0;
+    std::int64_t m_stride = 1;
     int m_size = 0;
-    std::int64_t m_stepDigits = 1; // the step is m_stepDigits × 10^m_stepExponent
+    std::int64_t m_stepDigits = 1;
     int m_stepExponent = 0;
     int m_factorExponent = 0;
     double m_min = 0.0;
