@@ -8,10 +8,7 @@
 // texture, render), forced by grabWindow().
 
 #include "ChartItem.h"
-#include "ChartSetUp.h"
-#include "DataBinding.h"
-
-#include "KelChart2D.h"
+#include "WalkChart.h"
 
 #include <benchmark/benchmark.h>
 
@@ -19,7 +16,6 @@
 #include <QQuickWindow>
 
 #include <memory>
-#include <random>
 
 namespace {
 
@@ -36,29 +32,6 @@ void ensureQuickApplication()
     if (QCoreApplication::instance() == nullptr)
         new QApplication(argc, argv);
 }
-
-// A random walk at x = 0, 1, ..., in a chart set up as for a CSV file.
-struct Walk {
-    explicit Walk(std::size_t count)
-    {
-        Orv::Chart::DataSeries series;
-        series.x = {QStringLiteral("t"), QStringLiteral("s"), {}, {}};
-        series.y = {QStringLiteral("walk"), QStringLiteral("m"), {}, {}};
-        std::mt19937_64 random(1);
-        std::normal_distribution<float> step;
-        float y = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            series.x.append(static_cast<float>(i), false);
-            series.y.append(y += step(random), false);
-        }
-        Orv::Chart::DataSet data;
-        data.series.push_back(std::move(series));
-        Orv::Chart::setUpChartForData(chart, data, QStringLiteral("walk"));
-        Orv::Chart::bindData(chart.variables, Orv::Chart::axisPairsOf(chart), std::move(data));
-    }
-    KelModifiedGroup group;
-    KelChart2D chart{group};
-};
 
 // The walk in a chart item in a window, showing a fifth of it.
 struct QuickView {
@@ -80,7 +53,7 @@ struct QuickView {
 
     void frame() { benchmark::DoNotOptimize(window.grabWindow()); }
 
-    Walk walk;
+    WalkChart walk;
     QQuickWindow window;
     Orv::Chart::ChartItem* item;
 };
