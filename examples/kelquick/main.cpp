@@ -57,12 +57,14 @@ Options parse(const QStringList& arguments)
 }
 
 // The window's content item to a PNG file, then quit with the outcome.
-void writeScreenshot(QQuickWindow& window, const QString& path)
+// The content item's picture, which every scene graph backend and platform gives. `pending` keeps
+// the grab alive until it is ready; the connection holds no reference to it, which would be a cycle.
+void writeScreenshot(QQuickWindow& window, const QString& path, QSharedPointer<QQuickItemGrabResult>& pending)
 {
-    // The content item's picture, which every scene graph backend and platform gives.
     const QSize pixels = (QSizeF(window.size()) * window.effectiveDevicePixelRatio()).toSize();
-    const QSharedPointer<QQuickItemGrabResult> grab = window.contentItem()->grabToImage(pixels);
-    QObject::connect(grab.data(), &QQuickItemGrabResult::ready, &window, [grab, path] {
+    pending = window.contentItem()->grabToImage(pixels);
+    const QQuickItemGrabResult* grab = pending.data();
+    QObject::connect(grab, &QQuickItemGrabResult::ready, &window, [grab, path] {
         const bool saved = grab->image().save(path, "PNG");
         if (!saved)
             QTextStream(stderr) << "kelquick: " << path << ": cannot write the screenshot\n";
@@ -71,9 +73,10 @@ void writeScreenshot(QQuickWindow& window, const QString& path)
 }
 
 // After the first frame: the mouse put where asked, and once a frame shows it, the screenshot.
-void screenshotAfterFirstFrame(QQuickWindow& window, const QString& path, QPointF hover)
+void screenshotAfterFirstFrame(QQuickWindow& window, const QString& path, QPointF hover,
+                               QSharedPointer<QQuickItemGrabResult>& pending)
 {
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&window, path, hover] {
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&window, path, hover, &pending] {
         static int frames = 0;
         ++frames;
         if (frames == 1 && hover.x() >= 0) {
@@ -83,7 +86,7 @@ void screenshotAfterFirstFrame(QQuickWindow& window, const QString& path, QPoint
             QCoreApplication::sendEvent(&window, &move);
             window.update();
         } else if (frames == 1 || frames == 2) {
-            writeScreenshot(window, path);
+            writeScreenshot(window, path, pending);
         }
     });
 }
@@ -107,8 +110,9 @@ int main(int argc, char* argv[])
         return 1;
     }
     window->resize(options.size);
+    QSharedPointer<QQuickItemGrabResult> pendingScreenshot;
     if (!options.screenshot.isEmpty())
-        screenshotAfterFirstFrame(*window, options.screenshot, options.hover);
+        screenshotAfterFirstFrame(*window, options.screenshot, options.hover, pendingScreenshot);
     window->show();
     return QGuiApplication::exec();
 }

@@ -14,7 +14,21 @@
 #include <cmath>
 #include <memory>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace {
+
+// Qt 5 keeps each touch device, and Qt Quick its own record of it made at the first touch, for
+// the life of the process and never frees them: what they allocate is not a leak of this code.
+class QtKeepsWhatThisMakes {
+public:
+#ifdef __SANITIZE_ADDRESS__
+    QtKeepsWhatThisMakes() { __lsan_disable(); }
+    ~QtKeepsWhatThisMakes() { __lsan_enable(); }
+#endif
+};
 
 using Orv::Chart::ChartItem;
 
@@ -166,13 +180,17 @@ TEST_F(ChartItemTest, TwoFingersSpreadingZoomAboutTheirCentreAndOneFingerPans)
 {
     quicktest::QuickChart quick(QSize(800, 500));
     QWindow* window = quick.window.get();
-    auto* device = QTest::createTouchDevice();
     const QPoint centre = quick.item->frames()->layout().plot().center().toPoint();
     const Orv::Chart::ChartAxis& x = *quick.item->xAxis();
     const double width = x.max() - x.min();
-    QTest::touchEvent(window, device)
-        .press(0, centre - QPoint(100, 0), window)
-        .press(1, centre + QPoint(100, 0), window);
+    QTouchDevice* device = nullptr;
+    {
+        const QtKeepsWhatThisMakes kept;
+        device = QTest::createTouchDevice();
+        QTest::touchEvent(window, device)
+            .press(0, centre - QPoint(100, 0), window)
+            .press(1, centre + QPoint(100, 0), window);
+    }
     QTest::touchEvent(window, device).move(0, centre - QPoint(125, 0), window).move(1, centre + QPoint(125, 0), window);
     QTest::touchEvent(window, device)
         .release(0, centre - QPoint(125, 0), window)

@@ -22,6 +22,10 @@ Outcome kelquick(const QStringList& arguments, const QString& screenshot)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
+    // Qt 5.15's offscreen platform never frees its screen once a Qt Quick window has been
+    // on it (a cycle of screen and platform screen): the program's leak check would report Qt.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"),
+                       environment.value(QStringLiteral("ASAN_OPTIONS")) + QStringLiteral(":detect_leaks=0"));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QStringLiteral(KELQUICK_PATH), arguments + QStringList{QStringLiteral("--screenshot"), screenshot});
