@@ -14,6 +14,10 @@ namespace Orv::Math {
 
 namespace {
 
+// A search takes a few hundred nanoseconds, much of it in small helpers called from several
+// places; those on its hot path are declared inline, which the compiler otherwise declines for
+// some of them, at a cost of more than a tenth of the search.
+
 constexpr int MinStepExponent = -300;
 constexpr int MaxStepExponent = 308;
 // Multiples beyond this are not all distinct doubles.
@@ -68,6 +72,19 @@ double powerOfTen(int z)
     return inexact[static_cast<std::size_t>(z - LastExactPower - 1)];
 }
 
+// Decimal{digits, exponent}.toDouble(), with its everyday case inline: while the digits and
+// the power of ten are both exact doubles, one operation rounds once to the nearest double,
+// which is what toDouble gives too.
+inline double decimalValue(std::int64_t digits, int exponent)
+{
+    constexpr auto exactDigits = static_cast<std::int64_t>(MaxExactInteger);
+    if (digits > -exactDigits && digits < exactDigits && exponent >= -LastExactPower && exponent <= LastExactPower) {
+        const auto n = static_cast<double>(digits);
+        return exponent >= 0 ? n * ExactPowersOfTen[exponent] : n / ExactPowersOfTen[-exponent];
+    }
+    return Decimal{digits, exponent}.toDouble();
+}
+
 // n × 10^z for |z| <= MaxStepExponent, for scores: rounded twice beyond 10^±22. Tick values
 // come from Decimal::toDouble instead.
 double scaled(double n, int z)
@@ -88,6 +105,18 @@ std::int64_t ceilToInteger(double x)
     return static_cast<double>(k) < x ? k + 1 : k;
 }
 
+// std::floor and std::ceil up to the sign of zero, without a library call: doubles from 2^52 on
+// are integers already.
+double floorOf(double x)
+{
+    return std::fabs(x) < 0x1p52 ? static_cast<double>(floorToInteger(x)) : x;
+}
+
+double ceilOf(double x)
+{
+    return std::fabs(x) < 0x1p52 ? static_cast<double>(ceilToInteger(x)) : x;
+}
+
 int digitCount(std::int64_t magnitude)
 {
     std::int64_t power = 10;
@@ -100,7 +129,7 @@ int digitCount(std::int64_t magnitude)
 // The largest multiple of 3 not above e.
 int engineeringExponent(int e)
 {
-    return 3 * static_cast<int>(std::floor(e / 3.0));
+    return 3 * (e >= 0 ? e / 3 : -((2 - e) / 3));
 }
 
 // The power of ten the labels are divided by, for ticks whose largest magnitude lies in
@@ -168,15 +197,15 @@ struct Step {
 
     std::int64_t skip() const { return shape->skip; }
     // The k-th multiple of the unit, the double nearest the decimal.
-    double tick(std::int64_t k) const { return Decimal{k * shape->unitDigits, exponent}.toDouble(); }
+    double tick(std::int64_t k) const { return decimalValue(k * shape->unitDigits, exponent); }
 };
 
-std::optional<Step> makeStep(const Shape& shape, int z)
+inline std::optional<Step> makeStep(const Shape& shape, int z)
 {
     const int exponent = z + shape.unitShift;
     if (exponent < MinStepExponent || exponent > MaxStepExponent)
         return std::nullopt;
-    const double unitSize = Decimal{shape.unitDigits, exponent}.toDouble();
+    const double unitSize = decimalValue(shape.unitDigits, exponent);
     const double size = unitSize * shape.skip;
     if (!std::isfinite(size))
         return std::nullopt;
@@ -200,8 +229,11 @@ struct TickDigits {
 
 TickDigits tickDigits(const Step& s, std::int64_t first, std::int64_t last)
 {
-    const std::int64_t common = std::gcd(first, s.skip()); // j when first is 0
-    TickDigits t{first / common, last / common, s.skip() / common, s.shape->unitDigits * common, s.exponent};
+    TickDigits t{first, last, s.skip(), s.shape->unitDigits, s.exponent};
+    if (s.skip() > 1) { // the usual j = 1 needs no division
+        const std::int64_t common = std::gcd(first, s.skip()); // j when first is 0
+        t = {first / common, last / common, s.skip() / common, s.shape->unitDigits * common, s.exponent};
+    }
     while (t.digits % 10 == 0) {
         t.digits /= 10;
         ++t.exponent;
@@ -259,31 +291,39 @@ Request makeRequest(double min, double max, int count, bool loose, bool factorLa
             zeroInside, zeroDistance};
 }
 
-// The chosen ticks: multiples first..last of the step's unit, last - first a multiple of j.
+// Whether multiples first..last of the unit stay below the largest doubles. With |k| exact (below
+// 2^50) the product |k| × unit rounds twice, so the tick exceeds it by a factor of at most
+// 1 + 2^-51: below 1e307 the tick is finite. Only near the largest doubles the ticks tell.
+bool finiteTicks(const Step& s, std::int64_t first, std::int64_t last)
+{
+    const double largest = std::max(std::fabs(static_cast<double>(first)), std::fabs(static_cast<double>(last)));
+    if (largest * s.unitSize < 1e307)
+        return true;
+    return std::isfinite(s.tick(first)) && std::isfinite(s.tick(last));
+}
+
+// The chosen ticks, as their digits, with their score and how they are labelled.
 struct Labeling {
-    Step step;
-    std::int64_t first = 0;
-    std::int64_t last = -1;
     double score = -std::numeric_limits<double>::infinity();
     LabelStyle style;
     TickDigits digits;
 };
 
 // Whether a quotient below 2^50 may be an integer up to its rounding errors (a few units in
-// the last place).
-bool nearInteger(double x)
+// the last place); `below` is floor(x).
+bool nearInteger(double x, std::int64_t below)
 {
-    const double fraction = x - static_cast<double>(floorToInteger(x));
+    const double fraction = x - static_cast<double>(below);
     const double tolerance = 1e-9 * std::max(1.0, std::fabs(x));
     return fraction <= tolerance || fraction >= 1.0 - tolerance;
 }
 
 // The unit multiple tightest at or below x, given quotient = x / unit. Away from an integer the
 // quotient decides alone; near one, the exact tick values do.
-std::int64_t multipleAtOrBelow(const Step& s, double quotient, double x)
+inline std::int64_t multipleAtOrBelow(const Step& s, double quotient, double x)
 {
     auto k = floorToInteger(quotient);
-    if (!nearInteger(quotient))
+    if (!nearInteger(quotient, k))
         return k;
     if (s.tick(k + 1) <= x)
         ++k;
@@ -292,10 +332,10 @@ std::int64_t multipleAtOrBelow(const Step& s, double quotient, double x)
     return k;
 }
 
-std::int64_t multipleAtOrAbove(const Step& s, double quotient, double x)
+inline std::int64_t multipleAtOrAbove(const Step& s, double quotient, double x)
 {
     auto k = ceilToInteger(quotient);
-    if (!nearInteger(quotient))
+    if (!nearInteger(quotient, floorToInteger(quotient)))
         return k;
     if (s.tick(k - 1) >= x)
         --k;
@@ -304,9 +344,26 @@ std::int64_t multipleAtOrAbove(const Step& s, double quotient, double x)
     return k;
 }
 
+// x rounded half away from zero, then clamped to [0, most]. Clamping first gives the same (the
+// ends are integers) and lets a truncation round.
+std::int64_t roundedWithin(double x, std::int64_t most)
+{
+    const double clamped = std::clamp(x, 0.0, static_cast<double>(most));
+    const auto k = static_cast<std::int64_t>(clamped);
+    return clamped - static_cast<double>(k) >= 0.5 ? k + 1 : k;
+}
+
+// x / j, truncated; the usual j = 1 without a division.
+std::int64_t quotient(std::int64_t x, std::int64_t j)
+{
+    return j == 1 ? x : x / j;
+}
+
 // x mod j in [0, j).
 std::int64_t residue(std::int64_t x, std::int64_t j)
 {
+    if (j == 1)
+        return 0; // the usual case, without a division
     const std::int64_t r = x % j;
     return r < 0 ? r + j : r;
 }
@@ -348,6 +405,14 @@ double densityOfSteps(const Request& r, double n)
     return 2.0 - std::max(n * r.inverseCount, r.count / n);
 }
 
+// An upper bound of densityOfSteps, for the bounds: from count steps on n / count is at least 1
+// and count / n at most 1 (up to a rounding), and leaving the smaller term out of the max can
+// only raise the result, so no division is needed there.
+double densityBound(const Request& r, double n)
+{
+    return n >= r.count ? 2.0 - n * r.inverseCount : densityOfSteps(r, n);
+}
+
 // The span in steps u, and 1 / u, which the walk over z keeps up by products alongside u.
 struct StepsInSpan {
     double u;
@@ -356,21 +421,21 @@ struct StepsInSpan {
 
 // Coverage and density of ticks enclosing the data over n steps whose gap below the data is at
 // least nearGap spans, with the gaps split as evenly as that allows (the most coverage).
-double enclosingPart(const Request& r, StepsInSpan s, double n, double nearGap)
+inline double enclosingPart(const Request& r, StepsInSpan s, double n, double nearGap)
 {
     const double gap = std::max(0.0, n * s.inverse - 1.0); // in spans
     const double near = std::max(nearGap, 0.5 * gap);
     const double cover = 1.0 - 50.0 * (square(near) + square(std::max(0.0, gap - near)));
-    return 0.2 * cover + 0.5 * densityOfSteps(r, n);
+    return 0.2 * cover + 0.5 * densityBound(r, n);
 }
 
 // The most coverage and density add for enclosing ticks, over every number of steps n: at least
 // u (1 + nearGap) to reach over the data and the gap. Both parts are concave in n (the squared
 // gaps convex, the density a minimum of concave terms), so the walk up from the fewest steps
 // stops at the top; past count steps both fall.
-double enclosingBound(const Request& r, StepsInSpan s, double nearGap)
+inline double enclosingBound(const Request& r, StepsInSpan s, double nearGap)
 {
-    double n = std::max(1.0, std::ceil(s.u * (1.0 + nearGap) * (1.0 - BoundSlack)));
+    double n = std::max(1.0, ceilOf(s.u * (1.0 + nearGap) * (1.0 - BoundSlack)));
     double best = enclosingPart(r, s, n, nearGap);
     for (; n < r.count; ++n) {
         const double next = enclosingPart(r, s, n + 1.0, nearGap);
@@ -385,7 +450,7 @@ double enclosingBound(const Request& r, StepsInSpan s, double nearGap)
 // whose extent sets the density.
 double innerBound(const Request& r, StepsInSpan s)
 {
-    const double n = std::floor(s.u * (1.0 + BoundSlack));
+    const double n = floorOf(s.u * (1.0 + BoundSlack));
     if (n < 1.0)
         return -std::numeric_limits<double>::infinity(); // at most one tick
     const double density = 2.0 - std::max(s.u * r.inverseCount, r.count * s.inverse);
@@ -394,7 +459,7 @@ double innerBound(const Request& r, StepsInSpan s)
 
 // A looser bound than the two above, but one that only grows towards u = count from either side,
 // so that once it falls below the best score, steps further out need not be tried.
-double spreadEnvelope(const Request& r, StepsInSpan s)
+inline double spreadEnvelope(const Request& r, StepsInSpan s)
 {
     if (!r.loose) {
         if (s.u < 1.0)
@@ -403,14 +468,18 @@ double spreadEnvelope(const Request& r, StepsInSpan s)
     }
     if (s.u >= r.count) // n >= u >= count steps: density falls with u, coverage at most 1
         return 0.2 + 0.5 * std::min(1.0, 2.0 - s.u * r.inverseCount);
-    // Fewer steps than wanted: extending the ticks by a gap of t spans (at least 1 / u - 1, to
-    // have a step) raises the density and costs coverage. Their sum is at most 0.7 - 5t^2 (density
-    // 1) and at most 1.2 - 0.5 count / (u (1 + t)) (coverage 1), the one falling and the other
-    // rising in t, so below the larger of the two at any t0. The best sum only rises with u: the
-    // second bound does, and the least t falls.
+    // Fewer steps than wanted: extending the ticks by a gap of t spans (at least t_min = 1 / u - 1,
+    // to have a step) raises the density and costs coverage. Their sum is at most
+    // falling(t) = 0.7 - 5t^2 (density 1) and at most rising(t) = 1.2 - 0.5 count / (u (1 + t))
+    // (coverage 1). For any t0 >= t_min: beyond t0 the sum is below falling(t0), and up to t0
+    // below both rising(t0) and falling(t_min). Each of the three rises with u (t0 and t_min fall,
+    // count / (u (1 + t0)) falls with u), so the bound does too.
     const double ratio = r.count * s.inverse;
-    const double t = std::max(s.inverse - 1.0, 0.1 * (ratio - 1.0)); // near where the two cross
-    return std::min(MostSpread, std::max(0.7 - 5.0 * t * t, 1.2 - 0.5 * ratio / (1.0 + t)));
+    const double least = std::max(0.0, s.inverse - 1.0); // t_min
+    const double t = std::max(least, 0.1 * (ratio - 1.0)); // t0, near where the two cross
+    const double falling = 0.7 - 5.0 * t * t;
+    const double rising = 1.2 - 0.5 * ratio / (1.0 + t);
+    return std::min(MostSpread, std::max(falling, std::min(rising, 0.7 - 5.0 * least * least)));
 }
 
 // The decimal exponent of x > 0: floor(log10(x)), up to rounding at exact powers of ten. From
@@ -525,15 +594,17 @@ private:
     }
 
     // The nearest two steps of each q with j = 1, tried best bound first.
+    // A step of searchNearest: j = 1, q of the rank, 10^z.
+    struct Candidate {
+        double bound; // by the envelope, cheaper than stepBound
+        StepsInSpan steps;
+        int rank;
+        int z;
+    };
+
     void searchNearest()
     {
-        struct Candidate {
-            double bound; // by the envelope, cheaper than stepBound
-            StepsInSpan steps;
-            int rank;
-            int z;
-        };
-        std::array<Candidate, std::size_t{2} * BaseCount> nearest{};
+        std::array<Candidate, std::size_t{2} * BaseCount> nearest; // all set below
         for (int rank = 0; rank < BaseCount; ++rank) {
             const Shape& shape = Shapes[static_cast<std::size_t>(rank)];
             const Nearest n = nearestSteps(shape);
@@ -542,18 +613,46 @@ private:
             nearest[at] = {envelopeBound(shape, n.steps), n.steps, rank, n.z};
             nearest[at + 1] = {envelopeBound(shape, coarse), coarse, rank, n.z + 1};
         }
-        for (std::size_t tried = 0; tried < nearest.size(); ++tried) {
-            const auto next = std::max_element(nearest.begin(), nearest.end(),
-                                               [](const Candidate& a, const Candidate& b) { return a.bound < b.bound; });
-            if (next->bound < bar())
-                return;
-            const Shape& shape = Shapes[static_cast<std::size_t>(next->rank)];
-            if (stepBound(shape, next->steps) >= bar()) {
-                if (const auto step = makeStep(shape, next->z))
-                    consider(*step);
-            }
-            next->bound = -std::numeric_limits<double>::infinity();
+        // Tried by descending bound, ties in list order, so that equal scores resolve the same
+        // way every time. The best goes first; it mostly raises the bar above all but a few,
+        // and only those need ordering, as the bar only rises.
+        Candidate* best = std::max_element(nearest.begin(), nearest.end(),
+                                           [](const Candidate& a, const Candidate& b) { return a.bound < b.bound; });
+        if (!tryCandidate(*best))
+            return;
+        std::size_t left = 0;
+        for (const Candidate& c : nearest) {
+            if (&c != best && !(c.bound < bar()))
+                nearest[left++] = c;
         }
+        // An insertion sort: stable, and it allocates nothing.
+        for (std::size_t i = 1; i < left; ++i) {
+            const Candidate c = nearest[i];
+            std::size_t at = i;
+            for (; at > 0 && nearest[at - 1].bound < c.bound; --at)
+                nearest[at] = nearest[at - 1];
+            nearest[at] = c;
+        }
+        for (std::size_t i = 0; i < left; ++i) {
+            if (!tryCandidate(nearest[i]))
+                return;
+        }
+    }
+
+    // Considers a candidate unless its bounds rule it out; false when its envelope is below the
+    // bar, and so are those of all after it.
+    bool tryCandidate(const Candidate& c)
+    {
+        if (c.bound < bar())
+            return false;
+        const Shape& shape = Shapes[static_cast<std::size_t>(c.rank)];
+        // Before anything is found every bound passes (they are never NaN): the first
+        // candidate goes without one.
+        if (!m_found || stepBound(shape, c.steps) >= bar()) {
+            if (const auto step = makeStep(shape, c.z))
+                consider(*step);
+        }
+        return true;
     }
 
     // Monotone in u on either side of count, see spreadEnvelope; with zero a label, the spread
@@ -686,7 +785,7 @@ private:
         x.last = e.high + residue(offset - e.high, j);
         x.lowGap = e.lowGap + static_cast<double>(e.low - x.first) * s.unitSize;
         x.highGap = e.highGap + static_cast<double>(x.last - e.high) * s.unitSize;
-        x.steps = static_cast<double>((x.last - x.first) / j);
+        x.steps = static_cast<double>(quotient(x.last - x.first, j));
         const double mostSimplicity = s.shape->plainSimplicity + (offset == 0 ? 1.0 : 0.0);
         const double mostSteps = std::max(x.steps, static_cast<double>(NiceIntervals::MaxCount));
         for (std::int64_t extra = 0; x.steps + extra <= mostSteps; ++extra) {
@@ -694,7 +793,7 @@ private:
             const double n = x.steps + static_cast<double>(extra);
             const double gaps = x.lowGap + x.highGap + static_cast<double>(extra) * s.size;
             const double most = 0.25 * mostSimplicity + 0.2 * coverageBound(gaps * m_r.inverseSpan)
-                                + 0.5 * (n <= m_r.count ? 1.0 : densityOfSteps(m_r, n)) + MostLegibility;
+                                + 0.5 * (n <= m_r.count ? 1.0 : densityBound(m_r, n)) + MostLegibility;
             if (most < bar())
                 return;
             extend(s, x, extra, offset == 0);
@@ -716,15 +815,15 @@ private:
     void extend(const Step& s, const Extension& x, std::int64_t extra, bool zeroFits)
     {
         const std::int64_t j = s.skip();
-        const double even = std::round((static_cast<double>(extra) * s.size + x.highGap - x.lowGap) / (2.0 * s.size));
-        const auto below = static_cast<std::int64_t>(std::clamp(even, 0.0, static_cast<double>(extra)));
+        const double even = (static_cast<double>(extra) * s.size + x.highGap - x.lowGap) / (2.0 * s.size);
+        const std::int64_t below = roundedWithin(even, extra);
         scoreExtension(s, x, below, extra);
         if (!zeroFits)
             return;
-        if (x.first > 0 && x.first - below * j > 0 && x.first / j <= extra)
-            scoreExtension(s, x, x.first / j, extra);
-        else if (x.last < 0 && x.last + (extra - below) * j < 0 && -x.last / j <= extra)
-            scoreExtension(s, x, extra + x.last / j, extra);
+        if (x.first > 0 && x.first - below * j > 0 && quotient(x.first, j) <= extra)
+            scoreExtension(s, x, quotient(x.first, j), extra);
+        else if (x.last < 0 && x.last + (extra - below) * j < 0 && -quotient(x.last, j) <= extra)
+            scoreExtension(s, x, extra + quotient(x.last, j), extra);
     }
 
     void scoreExtension(const Step& s, const Extension& x, std::int64_t below, std::int64_t extra)
@@ -755,9 +854,9 @@ private:
         const double score = upper - 0.05 * (1.0 - legibility(style));
         if (m_found && !(score > m_best.score))
             return;
-        if (!std::isfinite(s.tick(first)) || !std::isfinite(s.tick(last)))
+        if (!finiteTicks(s, first, last))
             return; // extended past the largest doubles
-        m_best = Labeling{s, first, last, score, style, digits};
+        m_best = Labeling{score, style, digits};
         m_found = true;
         m_bar = score - BoundSlack;
     }
@@ -806,13 +905,13 @@ NiceIntervals::NiceIntervals(double min, double max, int count, bool loose, bool
     m_max = value(m_size - 1);
 
     m_factorExponent = best->style.factorExponent;
-    factor = Decimal{1, m_factorExponent}.toDouble();
+    factor = decimalValue(1, m_factorExponent);
     m_format.notation = best->style.notation;
 }
 
 double NiceIntervals::value(int i) const
 {
-    return Decimal{(m_first + i * m_stride) * m_stepDigits, m_stepExponent}.toDouble();
+    return decimalValue((m_first + i * m_stride) * m_stepDigits, m_stepExponent);
 }
 
 std::string NiceIntervals::label(int i) const
@@ -830,7 +929,7 @@ double NiceIntervals::fraction(int i, bool inverted) const
 
 double NiceIntervals::step() const
 {
-    return m_size > 0 ? Decimal{m_stride * m_stepDigits, m_stepExponent}.toDouble() : 0.0;
+    return m_size > 0 ? decimalValue(m_stride * m_stepDigits, m_stepExponent) : 0.0;
 }
 
 } // namespace Orv::Math

@@ -85,68 +85,75 @@ bool prefersScientific(std::int64_t lastDigitExponent, std::int64_t largestExpon
     return lastDigitExponent >= 6 || largestExponent <= -5;
 }
 
+// Runs of zeros up to this long are filled at this fixed length, which compiles to a few
+// stores instead of a library call; the buffer leaves room for the overshoot.
+constexpr std::int64_t ShortZeros = 32;
+
 // Collects one text on the stack, so formatting allocates only the returned string.
 class TextBuffer {
 public:
     void put(char c) { m_text[m_size++] = c; }
-    void append(const char* text, std::int64_t count)
-    {
-        std::memcpy(m_text + m_size, text, static_cast<std::size_t>(count));
-        m_size += static_cast<std::size_t>(count);
-    }
     void zeros(std::int64_t count)
     {
-        std::fill_n(m_text + m_size, count, '0');
+        if (count <= ShortZeros)
+            std::memset(m_text + m_size, '0', ShortZeros);
+        else
+            std::memset(m_text + m_size, '0', static_cast<std::size_t>(count));
         m_size += static_cast<std::size_t>(count);
     }
-    void integer(std::int64_t value)
+    template <typename Integer>
+    void digits(Integer value)
     {
         m_size = static_cast<std::size_t>(
             std::to_chars(m_text + m_size, m_text + sizeof m_text, value).ptr - m_text);
     }
+    // A point and the `count` <= 18 decimals of `fraction` < 10^count, leading zeros included:
+    // the digits of 10^count + fraction but its leading 1, which the point overwrites.
+    void decimals(std::uint64_t fraction, std::int64_t count)
+    {
+        const std::size_t point = m_size;
+        digits(PowersOfTen[count] + fraction);
+        m_text[point] = '.';
+    }
     std::string text() const { return {m_text, m_size}; }
 
 private:
-    // Sign, MaxFixedDigits integer digits, point and MaxDecimals decimals fit.
-    char m_text[400];
+    // Sign, MaxFixedDigits integer digits, point and MaxDecimals decimals fit (362 characters
+    // at most), and the overshoot of short zeros filled at any place within them.
+    char m_text[400 + ShortZeros];
     std::size_t m_size = 0;
 };
 
-// The decimal digits of `value`; returns their count.
-int writeDigits(char (&digits)[MaxDigits], std::uint64_t value)
-{
-    return static_cast<int>(std::to_chars(digits, digits + MaxDigits, value).ptr - digits);
-}
-
-void writeFixed(TextBuffer& out, bool negative, std::uint64_t magnitude, std::int64_t exponent,
+// `count` is the digit count of `magnitude`.
+void writeFixed(TextBuffer& out, bool negative, std::uint64_t magnitude, int count, std::int64_t exponent,
                 int decimals)
 {
     const std::int64_t shown = decimals < 0 ? std::max<std::int64_t>(0, -exponent) : decimals;
     if (-exponent > shown) {
         magnitude = dropDigits(magnitude, -exponent - shown);
         exponent = -shown;
+        count = digitCount(magnitude);
     }
     if (negative && magnitude != 0)
         out.put('-');
 
-    char digits[MaxDigits] = {};
-    const int count = writeDigits(digits, magnitude);
     std::int64_t written = 0; // decimals written so far
     if (magnitude == 0) {
         out.put('0');
     } else if (exponent >= 0) {
-        out.append(digits, count);
+        out.digits(magnitude);
         out.zeros(exponent);
     } else {
         written = -exponent;
-        if (count > written) {
-            out.append(digits, count - written);
-            out.put('.');
-            out.append(digits + count - written, written);
+        if (count > written) { // so written <= 18: an int64 magnitude has at most 19 digits
+            const std::uint64_t unit = PowersOfTen[written];
+            out.digits(magnitude / unit);
+            out.decimals(magnitude % unit, written);
         } else {
-            out.append("0.", 2);
+            out.put('0');
+            out.put('.');
             out.zeros(written - count);
-            out.append(digits, count);
+            out.digits(magnitude);
         }
     }
     if (shown > written) {
@@ -164,7 +171,8 @@ void writeScientific(TextBuffer& out, bool negative, std::uint64_t magnitude, st
         if (decimals > 0) {
             out.put('.');
             out.zeros(decimals);
-            out.append("e0", 2);
+            out.put('e');
+            out.put('0');
         }
         return;
     }
@@ -180,17 +188,16 @@ void writeScientific(TextBuffer& out, bool negative, std::uint64_t magnitude, st
     if (negative)
         out.put('-');
 
-    char digits[MaxDigits] = {};
-    count = writeDigits(digits, magnitude);
+    count = digitCount(magnitude);
     const int shown = decimals < 0 ? count - 1 : decimals;
-    out.put(digits[0]);
+    const std::uint64_t unit = PowersOfTen[count - 1];
+    out.digits(magnitude / unit);
     if (shown > 0) {
-        out.put('.');
-        out.append(digits + 1, count - 1);
+        out.decimals(magnitude % unit, count - 1);
         out.zeros(shown - (count - 1));
     }
     out.put('e');
-    out.integer(power);
+    out.digits(power);
 }
 
 } // namespace
@@ -203,7 +210,8 @@ std::string NumberFormat::format(Decimal value) const
         negative ? 0 - static_cast<std::uint64_t>(value.digits) : static_cast<std::uint64_t>(value.digits);
     const int shownDecimals = decimals < 0 ? AutomaticDecimals : std::min(decimals, MaxDecimals);
     const std::int64_t exponent = value.exponent;
-    const std::int64_t largest = digitCount(magnitude) - 1 + exponent;
+    const int count = digitCount(magnitude);
+    const std::int64_t largest = count - 1 + exponent;
 
     bool scientific = notation == Notation::Scientific;
     if (notation == Notation::Automatic)
@@ -215,7 +223,7 @@ std::string NumberFormat::format(Decimal value) const
     if (scientific || fixedTooLong)
         writeScientific(out, negative, magnitude, exponent, shownDecimals);
     else
-        writeFixed(out, negative, magnitude, exponent, shownDecimals);
+        writeFixed(out, negative, magnitude, count, exponent, shownDecimals);
     return out.text();
 }
 

@@ -263,6 +263,8 @@ TEST(NiceIntervals, TypicalRangesGetRoundTicks)
         {3.2, 9.7, 10, false, "3.5 4.0 4.5 5.0 5.5 6.0 6.5 7.0 7.5 8.0 8.5 9.0 9.5"},
         {0.3, 9.7, 11, false, "1 2 3 4 5 6 7 8 9"},
         {-0.71, 0.33, 5, false, "-0.6 -0.4 -0.2 0.0 0.2"},
+        // Decimals keep their zeros, leading ones as well as trailing ones.
+        {-1.1, -1.0, 4, true, "-1.100 -1.075 -1.050 -1.025 -1.000"},
         {1e6, 1e6 + 10, 5, true, "1000000 1000002 1000004 1000006 1000008 1000010"},
     };
     for (const auto& c : cases) {
