@@ -24,10 +24,20 @@ namespace {
 // the life of the process and never frees them: what they allocate is not a leak of this code.
 class QtKeepsWhatThisMakes {
 public:
+    QtKeepsWhatThisMakes()
+    {
 #ifdef __SANITIZE_ADDRESS__
-    QtKeepsWhatThisMakes() { __lsan_disable(); }
-    ~QtKeepsWhatThisMakes() { __lsan_enable(); }
+        __lsan_disable();
 #endif
+    }
+    ~QtKeepsWhatThisMakes()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        __lsan_enable();
+#endif
+    }
+    QtKeepsWhatThisMakes(const QtKeepsWhatThisMakes&) = delete;
+    QtKeepsWhatThisMakes& operator=(const QtKeepsWhatThisMakes&) = delete;
 };
 
 using Orv::Chart::ChartItem;
