@@ -6,6 +6,10 @@
 #include "SampleChart.h"
 #include "TempFolder.h"
 
+#include "KelChartAxisContinuous.h"
+#include "KelChartAxisPair.h"
+
+#include <QNativeGestureEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
@@ -92,8 +96,40 @@ TEST_F(ChartItemTest, MethodsMoveTheViewAndSignalIt)
     EXPECT_EQ(ranges.count(), 3);
     EXPECT_GE(axis.count(), 3);
     EXPECT_TRUE(item->canGoBack());
+    const double zoomedOut = item->xAxis()->max();
+    QMetaObject::invokeMethod(item.get(), "back");
+    EXPECT_NE(item->xAxis()->max(), zoomedOut);
+    EXPECT_TRUE(item->canGoForward());
+    QMetaObject::invokeMethod(item.get(), "forward");
+    EXPECT_EQ(item->xAxis()->max(), zoomedOut);
     QMetaObject::invokeMethod(item.get(), "home");
     EXPECT_TRUE(item->xAxis()->autoScale() || item->xAxis()->max() - item->xAxis()->min() == width);
+}
+
+// What QML writes to an axis reaches the chart's axis, which the next frame draws.
+TEST_F(ChartItemTest, AxisPropertiesWriteTheChartsAxes)
+{
+    const auto item = fromQml("yAxis.logarithmic: true\nyAxis.title: \"level\"\nxAxis.autoScale: false");
+    ASSERT_TRUE(item);
+    const KelChartAxisPair& y = *item->frames()->pairs().y;
+    const auto* left = dynamic_cast<const KelChartAxisContinuous*>(y.first());
+    ASSERT_NE(left, nullptr);
+    EXPECT_TRUE(left->logarithmic.get());
+    EXPECT_TRUE(item->yAxis()->logarithmic());
+    EXPECT_EQ(left->title.get(), QStringLiteral("level"));
+    EXPECT_EQ(item->yAxis()->title(), QStringLiteral("level"));
+    EXPECT_FALSE(item->xAxis()->autoScale());
+
+    const QSignalSpy changed(item->yAxis(), &Orv::Chart::ChartAxis::changed);
+    item->yAxis()->setLogarithmic(false);
+    item->yAxis()->setLogarithmic(false); // no change, no signal
+    item->xAxis()->setAutoScale(true);
+    EXPECT_FALSE(left->logarithmic.get());
+    EXPECT_TRUE(item->xAxis()->autoScale());
+    EXPECT_GE(changed.count(), 1);
+    const int afterChanges = changed.count();
+    item->yAxis()->setTitle(QStringLiteral("level"));
+    EXPECT_EQ(changed.count(), afterChanges);
 }
 
 TEST_F(ChartItemTest, ACsvSourceIsSetUpForItsDataAndAChartFileLoaded)
@@ -184,6 +220,30 @@ TEST_F(ChartItemTest, AWindowShowsTheChartAndTheHoverOverIt)
     EXPECT_GT(changed, 100) << "crosshair and box";
     const qint64 kept = quick.item->keptFrame().cacheKey();
     EXPECT_EQ(kept, quick.item->keptFrame().cacheKey());
+
+    // The pointer leaves the window: no read-out is left behind.
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(quick.window.get(), &leave);
+    EXPECT_TRUE(quick.item->readOut().isEmpty());
+}
+
+// A touchpad's pinch comes as native zoom steps: a step of 0.25 shows 1 / 1.25 of the x range
+// about the point under the fingers.
+TEST_F(ChartItemTest, ANativeZoomGestureZoomsAboutItsPoint)
+{
+    quicktest::QuickChart quick(QSize(800, 500));
+    const QPointF at = quick.item->frames()->layout().plot().center();
+    const Orv::Chart::ChartAxis& x = *quick.item->xAxis();
+    const double width = x.max() - x.min();
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QNativeGestureEvent zoom(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, at, at, at, 0.25,
+                             QPointF());
+#else
+    QNativeGestureEvent zoom(Qt::ZoomNativeGesture, nullptr, at, at, at, 0.25, 0, 0);
+#endif
+    QCoreApplication::sendEvent(quick.item, &zoom);
+    EXPECT_TRUE(zoom.isAccepted());
+    EXPECT_NEAR(x.max() - x.min(), width / 1.25, 1e-9 * width);
 }
 
 TEST_F(ChartItemTest, TwoFingersSpreadingZoomAboutTheirCentreAndOneFingerPans)
@@ -193,7 +253,7 @@ TEST_F(ChartItemTest, TwoFingersSpreadingZoomAboutTheirCentreAndOneFingerPans)
     const QPoint centre = quick.item->frames()->layout().plot().center().toPoint();
     const Orv::Chart::ChartAxis& x = *quick.item->xAxis();
     const double width = x.max() - x.min();
-    QTouchDevice* device = nullptr;
+    decltype(QTest::createTouchDevice()) device = nullptr; // QTouchDevice in Qt 5, QPointingDevice in 6
     {
         const QtKeepsWhatThisMakes kept;
         device = QTest::createTouchDevice();

@@ -10,6 +10,8 @@
 #include "KelChartAxisPair.h"
 #include "KelChartVariable.h"
 
+#include <QKeyEvent>
+
 #include <functional>
 #include <memory>
 
@@ -40,6 +42,16 @@ void drag(QObject* target, QPointF from, QPointF to, Qt::MouseButton button, Qt:
     for (int step = 1; step <= 5; ++step)
         sendMouse(target, QEvent::MouseMove, from + (to - from) * step / 5.0, button, modifiers);
     sendMouse(target, QEvent::MouseButtonRelease, to, button, modifiers);
+}
+
+void sendKeys(QObject* target, std::initializer_list<Qt::Key> keys)
+{
+    for (const Qt::Key key : keys) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &press);
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &release);
+    }
 }
 
 const Gesture gestures[] = {
@@ -83,6 +95,19 @@ const Gesture gestures[] = {
          const QPointF at = f.layout().legendCell(1).center();
          sendMouse(t, QEvent::MouseButtonPress, at, Qt::LeftButton);
          sendMouse(t, QEvent::MouseButtonRelease, at, Qt::LeftButton);
+     }},
+    {"ArrowKeysPan", true, [](QObject* t, const ChartFrames&) { sendKeys(t, {Qt::Key_Left, Qt::Key_Up, Qt::Key_Up}); }},
+    {"ArrowKeysPanBack", true, [](QObject* t, const ChartFrames&) { sendKeys(t, {Qt::Key_Right, Qt::Key_Down}); }},
+    {"PlusAndMinusZoom", true,
+     [](QObject* t, const ChartFrames&) { sendKeys(t, {Qt::Key_Plus, Qt::Key_Equal, Qt::Key_Minus}); }},
+    {"HomeKeyAfterKeys", false,
+     [](QObject* t, const ChartFrames&) { sendKeys(t, {Qt::Key_Minus, Qt::Key_Left, Qt::Key_Home}); }},
+    {"EscapeEndsABand", false,
+     [](QObject* t, const ChartFrames& f) {
+         sendMouse(t, QEvent::MouseButtonPress, plotAt(f, 0.2, 0.2), Qt::RightButton);
+         sendMouse(t, QEvent::MouseMove, plotAt(f, 0.6, 0.6), Qt::RightButton);
+         sendKeys(t, {Qt::Key_Escape});
+         sendMouse(t, QEvent::MouseButtonRelease, plotAt(f, 0.6, 0.6), Qt::RightButton);
      }},
     {"HoverAfterAZoom", true,
      [](QObject* t, const ChartFrames& f) {
@@ -135,6 +160,7 @@ TEST_P(GestureParity, TheItemEndsWhereTheWidgetDoes)
     quicktest::QuickChart quick(size);
     quick.item->setChart(forItem.chart.get(), Orv::Chart::axisPairsOf(*forItem.chart));
     ASSERT_EQ(quick.item->frames()->layout().plot(), widget.frames()->layout().plot());
+    quick.item->forceActiveFocus(); // keys go to the window's focus item
 
     const ViewState home = ViewState::of(widget.frames()->pairs());
     GetParam().send(&widget, *widget.frames());
