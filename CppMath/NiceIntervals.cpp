@@ -788,7 +788,7 @@ private:
         x.steps = static_cast<double>(quotient(x.last - x.first, j));
         const double mostSimplicity = s.shape->plainSimplicity + (offset == 0 ? 1.0 : 0.0);
         const double mostSteps = std::max(x.steps, static_cast<double>(NiceIntervals::MaxCount));
-        for (std::int64_t extra = 0; x.steps + extra <= mostSteps; ++extra) {
+        for (std::int64_t extra = 0; x.steps + static_cast<double>(extra) <= mostSteps; ++extra) {
             // Further steps only widen the gaps and, past count steps, lower the density.
             const double n = x.steps + static_cast<double>(extra);
             const double gaps = x.lowGap + x.highGap + static_cast<double>(extra) * s.size;
