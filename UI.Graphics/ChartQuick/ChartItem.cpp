@@ -22,9 +22,6 @@ namespace Orv::Chart {
 
 namespace {
 
-// An arrow key moves the content by this share of the plot, as in the widget.
-constexpr double keyPanShare = 0.1;
-
 template <typename Event>
 QPointF positionOf(const Event* event)
 {
@@ -381,39 +378,8 @@ void ChartItem::touchPinch(QPointF centre, double distance)
 
 void ChartItem::keyPressEvent(QKeyEvent* event)
 {
-    if (frames() == nullptr)
-        return QQuickPaintedItem::keyPressEvent(event);
-    const QRectF plot = frames()->layout().plot();
-    const double dx = plot.width() * keyPanShare;
-    const double dy = plot.height() * keyPanShare;
-    const int key = event->key();
-    if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Plus
-        || key == Qt::Key_Equal || key == Qt::Key_Minus)
-        m_nav->settleSoon();
-    switch (key) {
-    case Qt::Key_Left:
-        return m_nav->panBy({dx, 0});
-    case Qt::Key_Right:
-        return m_nav->panBy({-dx, 0});
-    case Qt::Key_Up:
-        return m_nav->panBy({0, dy});
-    case Qt::Key_Down:
-        return m_nav->panBy({0, -dy});
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        return m_nav->zoomIn();
-    case Qt::Key_Minus:
-        return m_nav->zoomOut();
-    case Qt::Key_Home:
-        return m_nav->home();
-    case Qt::Key_Escape:
-        if (m_nav->cancelBand())
-            return;
-        break;
-    default:
-        break;
-    }
-    QQuickPaintedItem::keyPressEvent(event);
+    if (!m_nav->navigateByKey(event->key()))
+        QQuickPaintedItem::keyPressEvent(event);
 }
 
 } // namespace Orv::Chart

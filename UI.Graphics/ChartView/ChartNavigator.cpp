@@ -24,6 +24,8 @@ constexpr double dragThreshold = 3;
 constexpr qint64 wheelGestureMs = 700;
 // The wheel and held keys give no end of their gesture: it ends when they rest this long.
 constexpr int settleMs = 150;
+// An arrow key moves the content by this share of the plot.
+constexpr double keyPanShare = 0.1;
 
 } // namespace
 
@@ -162,6 +164,45 @@ void ChartNavigator::beginInteraction()
         return;
     m_frames->setInteractive(true);
     frameChanged();
+}
+
+bool ChartNavigator::navigateByKey(int key)
+{
+    if (!m_frames)
+        return false;
+    const QRectF plot = m_frames->layout().plot();
+    const QPointF across(plot.width() * keyPanShare, 0);
+    const QPointF up(0, plot.height() * keyPanShare);
+    switch (key) {
+    case Qt::Key_Left:
+        return keyStep([&] { panBy(across); });
+    case Qt::Key_Right:
+        return keyStep([&] { panBy(-across); });
+    case Qt::Key_Up:
+        return keyStep([&] { panBy(up); });
+    case Qt::Key_Down:
+        return keyStep([&] { panBy(-up); });
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return keyStep([&] { zoomIn(); });
+    case Qt::Key_Minus:
+        return keyStep([&] { zoomOut(); });
+    case Qt::Key_Home:
+        home();
+        return true;
+    case Qt::Key_Escape:
+        return cancelBand();
+    default:
+        return false;
+    }
+}
+
+// A held key repeats without an end of its own: its steps settle once it rests.
+bool ChartNavigator::keyStep(const std::function<void()>& step)
+{
+    settleSoon();
+    step();
+    return true;
 }
 
 void ChartNavigator::settleSoon()

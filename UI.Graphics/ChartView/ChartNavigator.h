@@ -103,6 +103,9 @@ public:
     void doubleClick(QPointF at);
     // Drops a band being drawn; false when there was none.
     bool cancelBand();
+    // Arrows pan by a tenth of the plot, + (or =) and - zoom about its centre, Home goes home,
+    // Escape drops a rubber band; false for any other key, and for Escape without a band.
+    bool navigateByKey(int key);
     // No hover: the cursor left the host, or the keyboard took over.
     void clearHover();
 
@@ -131,6 +134,7 @@ Q_SIGNALS:
     void reloaded();
 
 private:
+    bool keyStep(const std::function<void()>& step);
     void rescale();
     void frameChanged();
     void beginInteraction();

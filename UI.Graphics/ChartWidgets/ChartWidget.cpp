@@ -22,8 +22,6 @@ namespace Orv::Chart {
 
 namespace {
 
-// An arrow key moves the content by this share of the plot.
-constexpr double keyPanShare = 0.1;
 // Shift with Left or Right moves the point cursor by this many points.
 constexpr long bigStep = 10;
 
@@ -39,25 +37,6 @@ QPointF positionOf(const QMouseEvent* event)
 bool finite(QPointF point)
 {
     return std::isfinite(point.x()) && std::isfinite(point.y());
-}
-
-// Keys that pan or zoom, and are held to go on doing so; Left and Right move
-// the point cursor instead while there is one.
-bool navigates(int key, bool onPoint)
-{
-    switch (key) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-        return !onPoint;
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-    case Qt::Key_Minus:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace
@@ -259,47 +238,38 @@ void ChartWidget::changeEvent(QEvent* event)
 
 void ChartWidget::keyPressEvent(QKeyEvent* event)
 {
-    const ChartFrames* frames = m_nav->frames();
-    if (frames == nullptr)
-        return QWidget::keyPressEvent(event);
-    const QRectF plot = frames->layout().plot();
-    const double dx = plot.width() * keyPanShare;
-    const double dy = plot.height() * keyPanShare;
-    // With the point cursor on a series Left and Right move it (Shift: by ten).
-    const bool onPoint = m_cursor.valid();
-    const long step = (event->modifiers() & Qt::ShiftModifier) ? bigStep : 1;
-    if (navigates(event->key(), onPoint))
-        m_nav->settleSoon();
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return m_cursor.valid() ? moveCursorAlong(-step) : panBy({dx, 0});
-    case Qt::Key_Right:
-        return m_cursor.valid() ? moveCursorAlong(step) : panBy({-dx, 0});
-    case Qt::Key_Up:
-        return panBy({0, dy});
-    case Qt::Key_Down:
-        return panBy({0, -dy});
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        return zoomIn();
-    case Qt::Key_Minus:
-        return zoomOut();
-    case Qt::Key_Home:
-        return (event->modifiers() & Qt::ControlModifier) && onPoint ? setPointCursor(m_cursor.series, 0) : home();
-    case Qt::Key_End:
-        if (onPoint)
-            return setPointCursor(m_cursor.series, PointCursor::npos - 1);
-        break;
-    case Qt::Key_Escape:
-        if (m_nav->cancelBand())
-            return;
-        if (m_cursor.valid())
-            return setPointCursor(PointCursor::npos, 0);
-        break;
-    default:
-        break;
-    }
+    if (pointCursorKey(*event) || m_nav->navigateByKey(event->key()))
+        return;
+    if (event->key() == Qt::Key_Escape && m_cursor.valid())
+        return setPointCursor(PointCursor::npos, 0);
     QWidget::keyPressEvent(event);
+}
+
+// With the point cursor on a series, Left and Right move it (Shift: by ten), Ctrl+Home and End
+// put it on the first and the last point.
+bool ChartWidget::pointCursorKey(const QKeyEvent& event)
+{
+    if (!m_cursor.valid())
+        return false;
+    const long step = (event.modifiers() & Qt::ShiftModifier) ? bigStep : 1;
+    switch (event.key()) {
+    case Qt::Key_Left:
+        moveCursorAlong(-step);
+        return true;
+    case Qt::Key_Right:
+        moveCursorAlong(step);
+        return true;
+    case Qt::Key_Home:
+        if (!(event.modifiers() & Qt::ControlModifier))
+            return false;
+        setPointCursor(m_cursor.series, 0);
+        return true;
+    case Qt::Key_End:
+        setPointCursor(m_cursor.series, PointCursor::npos - 1);
+        return true;
+    default:
+        return false;
+    }
 }
 
 // Tab walks through the series with the point cursor, then on to the next widget.

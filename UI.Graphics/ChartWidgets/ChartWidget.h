@@ -153,6 +153,7 @@ private:
     std::vector<std::size_t> drawnSeries() const;
     bool moveCursorToSeries(bool next);
     std::size_t nearestOnSeries(std::size_t series) const;
+    bool pointCursorKey(const QKeyEvent& event);
     void moveCursorAlong(long steps);
     void keepCursorInView();
     void paintCursorRing(QPainter& painter) const;
