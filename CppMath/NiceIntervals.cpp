@@ -117,13 +117,17 @@ double ceilOf(double x)
     return std::fabs(x) < 0x1p52 ? static_cast<double>(ceilToInteger(x)) : x;
 }
 
+// For 0 <= magnitude < 10^18; see NumberFormat's digitCount.
 int digitCount(std::int64_t magnitude)
 {
-    std::int64_t power = 10;
-    int count = 1;
-    for (; count < 18 && magnitude >= power; power *= 10)
-        ++count;
-    return count;
+    constexpr std::int64_t Powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000,
+                                       1000000000, 10000000000, 100000000000, 1000000000000,
+                                       10000000000000, 100000000000000, 1000000000000000,
+                                       10000000000000000, 100000000000000000, 1000000000000000000};
+    const std::int64_t nonZero = magnitude | 1; // 0 has one digit, as 1 has
+    const int bits = 64 - __builtin_clzll(static_cast<std::uint64_t>(nonZero));
+    const int guess = (bits * 1233) >> 12; // at most 18 below 10^18
+    return guess + (nonZero >= Powers[guess] ? 1 : 0);
 }
 
 // The largest multiple of 3 not above e.
@@ -158,7 +162,23 @@ struct Shape {
     double inverseUnitDigits = 1.0;
     double plainSimplicity = 0.0; // without the bonus for a label at zero
     double largestMultiple = 0.0; // of the unit: |k| below it keeps ticks distinct and k × digits exact
+    // For j > 1, when j × q is a listed q' times 10^simplerDecade: then the ticks that start at a
+    // multiple of the step (the only ones that can hold zero) are those of the step q' × 10^(z +
+    // simplerDecade) with j = 1, which scores more for the same ticks. -1 otherwise.
+    int simplerDecade = -1;
 };
+
+// The decade d with value = q' × 10^d for a listed base q', or -1.
+constexpr int listedDecade(double value)
+{
+    for (int decade = 0; decade <= 2; ++decade, value /= 10.0) {
+        for (const double base : BaseValue) {
+            if (value == base)
+                return decade;
+        }
+    }
+    return -1;
+}
 
 constexpr Shape makeShape(int rank, int skip)
 {
@@ -172,6 +192,7 @@ constexpr Shape makeShape(int rank, int skip)
     s.inverseUnitDigits = 1.0 / static_cast<double>(s.unitDigits);
     s.plainSimplicity = 1.0 - rank / (BaseCount - 1.0) - skip;
     s.largestMultiple = std::min(MaxMultiple, MaxExactInteger / static_cast<double>(s.unitDigits));
+    s.simplerDecade = skip > 1 ? listedDecade(s.value) : -1;
     return s;
 }
 
@@ -531,6 +552,8 @@ public:
             // Simplicity only falls from here on: once even the best rest cannot win, stop.
             if (shapeBound(shape) < bar())
                 break;
+            if (shape.simplerDecade == 0 && shapeBound(shape, false) < bar())
+                continue;
             if (shape.skip > 1)
                 tryNearest(shape, nearestSteps(shape));
             searchFar(shape);
@@ -557,9 +580,22 @@ private:
     double bar() const { return m_bar; }
 
     // The most any step of the shape can score, with or without a label at zero.
-    double shapeBound(const Shape& shape) const
+    double shapeBound(const Shape& shape, bool zeroLabel = true) const
     {
-        return 0.25 * shape.plainSimplicity + MostLegibility + std::max(MostSpread, 0.25 + m_zeroSpread);
+        return 0.25 * shape.plainSimplicity + MostLegibility
+               + std::max(MostSpread, 0.25 + zeroSpreadFor(zeroLabel));
+    }
+
+    // Whether the step j × q × 10^z may have a label at zero that no simpler step with the
+    // same ticks has (see Shape::simplerDecade); that simpler step lies within the walk over z.
+    bool zeroLabel(const Shape& shape, int z) const
+    {
+        return shape.simplerDecade < 0 || z + shape.simplerDecade > m_centre + DecadesAbove;
+    }
+
+    double zeroSpreadFor(bool zeroLabel) const
+    {
+        return zeroLabel ? m_zeroSpread : -std::numeric_limits<double>::infinity();
     }
 
     // The largest z whose step is at most span / count, roughly, and the span in its steps.
@@ -648,29 +684,31 @@ private:
         const Shape& shape = Shapes[static_cast<std::size_t>(c.rank)];
         // Before anything is found every bound passes (they are never NaN): the first
         // candidate goes without one.
-        if (!m_found || stepBound(shape, c.steps) >= bar()) {
+        if (!m_found || stepBound(shape, c.steps, true) >= bar()) {
             if (const auto step = makeStep(shape, c.z))
-                consider(*step);
+                consider(*step, true);
         }
         return true;
     }
 
     // Monotone in u on either side of count, see spreadEnvelope; with zero a label, the spread
     // is also capped by m_zeroSpread.
-    double envelopeBound(const Shape& shape, StepsInSpan s) const
+    double envelopeBound(const Shape& shape, StepsInSpan s, bool zeroLabel = true) const
     {
         const double spread = spreadEnvelope(m_r, s);
         return MostLegibility + 0.25 * shape.plainSimplicity
-               + std::max(spread, 0.25 + std::min(spread, m_zeroSpread));
+               + std::max(spread, 0.25 + std::min(spread, zeroSpreadFor(zeroLabel)));
     }
 
     // The most a step can score, from the span in its steps.
-    double stepBound(const Shape& shape, StepsInSpan s) const
+    double stepBound(const Shape& shape, StepsInSpan s, bool zeroLabel) const
     {
         const double plain = MostLegibility + 0.25 * shape.plainSimplicity;
         if (!m_r.loose)
-            return plain + innerBound(m_r, s) + (m_r.zeroInside ? 0.25 : 0.0);
+            return plain + innerBound(m_r, s) + (zeroLabel && m_r.zeroInside ? 0.25 : 0.0);
         const double spread = enclosingBound(m_r, s, 0.0);
+        if (!zeroLabel)
+            return plain + spread;
         if (m_r.zeroInside)
             return plain + 0.25 + spread;
         const double withoutZero = plain + spread;
@@ -688,10 +726,11 @@ private:
     void tryStep(const Shape& shape, int z, StepsInSpan s)
     {
         // The envelope first: cheaper, and mostly enough.
-        if (envelopeBound(shape, s) < bar() || stepBound(shape, s) < bar())
+        const bool zero = zeroLabel(shape, z);
+        if (envelopeBound(shape, s, zero) < bar() || stepBound(shape, s, zero) < bar())
             return;
         if (const auto step = makeStep(shape, z))
-            consider(*step);
+            consider(*step, zero);
     }
 
     // Tries the steps further out than the nearest two, while their bounds can still beat the
@@ -699,8 +738,15 @@ private:
     // falls away from count, so most often none is tried.
     void searchFar(const Shape& shape)
     {
-        if (0.25 * (shape.plainSimplicity + 1.0) + m_farSpread + MostLegibility < bar())
+        const double zeroBonus = shape.simplerDecade == 0 ? 0.0 : 1.0;
+        if (0.25 * (shape.plainSimplicity + zeroBonus) + m_farSpread + MostLegibility < bar())
             return;
+        walkFar(shape);
+    }
+
+    // Kept out of line: it is rarely reached, and inlined it slows the usual path.
+    [[gnu::noinline, gnu::cold]] void walkFar(const Shape& shape)
+    {
         const Nearest n = nearestSteps(shape);
         StepsInSpan fine = finer(n.steps);
         for (int z = n.z - 1; z >= m_centre - DecadesBelow && visit(shape, z, fine); --z)
@@ -722,18 +768,21 @@ private:
     // walk need go no further: there the envelope only falls further out.
     bool visit(const Shape& shape, int z, StepsInSpan s)
     {
+        // The envelope with a zero label, so that it still only falls further out.
         if (envelopeBound(shape, s) < bar())
             return false;
-        if (stepBound(shape, s) < bar())
+        const bool zero = zeroLabel(shape, z);
+        if (stepBound(shape, s, zero) < bar())
             return true;
         if (const auto step = makeStep(shape, z))
-            consider(*step);
+            consider(*step, zero);
         return true;
     }
 
     // Lays out the step at each start offset: the first tick any multiple of the unit, the
-    // rest every j-th, so that for j > 1 the ticks need not be multiples of the step.
-    void consider(const Step& s)
+    // rest every j-th, so that for j > 1 the ticks need not be multiples of the step. Without
+    // `zeroLabel`, offset 0 is left to the simpler step with the same ticks.
+    void consider(const Step& s, bool zeroLabel)
     {
         const double low = m_r.min * s.inverseUnitSize;
         const double high = m_r.max * s.inverseUnitSize;
@@ -750,7 +799,7 @@ private:
         if (!std::isfinite(lmin) || !std::isfinite(lmax))
             return;
         const Ends ends{first, last, std::fabs(m_r.min - lmin), std::fabs(m_r.max - lmax)};
-        for (std::int64_t offset = 0; offset < s.skip(); ++offset) {
+        for (std::int64_t offset = zeroLabel ? 0 : 1; offset < s.skip(); ++offset) {
             if (loose)
                 considerEnclosing(s, ends, offset);
             else

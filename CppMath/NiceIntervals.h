@@ -33,7 +33,9 @@ namespace Orv::Math {
 // that cannot beat the best labeling so far. The likely winners come first, so the bar rises
 // early: for j = 1 the two steps of each q nearest span / count, best bound first; then, for j
 // = 2, 3, ..., the two nearest steps of each q, and further decades only while their bounds
-// allow. Steps stay within a thousandth of span / count to about 10^4 times it.
+// allow. Steps stay within a thousandth of span / count to about 10^4 times it. When j × q is
+// itself a listed q times a power of ten (2 × 2.5 = 5), ticks that start at a multiple of the step
+// are those of that simpler step, which scores more for them, so only the other starts are tried.
 //
 // Exactness: a step is held as integer digits × 10^e (2.5 as 25 × 10^-1), and value(i) is the
 // double nearest k·digits × 10^e, computed on its own (k·digits × 10^e, or k·digits / 10^-e for

@@ -59,12 +59,14 @@ double parsed(const Decimal& d)
 // A fixed text longer than this (far beyond the double range) is written in scientific notation.
 constexpr std::int64_t MaxFixedDigits = 330;
 
+// From the bit length, without a loop whose length would vary with the number: the length
+// times log10(2) (1233 / 4096, exact enough for 64 bits) is the digit count or one more.
 int digitCount(std::uint64_t value)
 {
-    int count = 1;
-    while (count < MaxDigits && value >= PowersOfTen[count])
-        ++count;
-    return count;
+    const std::uint64_t nonZero = value | 1; // 0 has one digit, as 1 has
+    const int bits = 64 - __builtin_clzll(nonZero);
+    const int guess = (bits * 1233) >> 12; // at most 19
+    return guess + (nonZero >= PowersOfTen[guess] ? 1 : 0);
 }
 
 // `magnitude` without its last `count` digits, rounded half away from zero.
