@@ -1,5 +1,7 @@
 #include "NiceIntervals.h"
 
+#include "DecimalDigits_p.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -49,10 +51,8 @@ constexpr double MostLegibility = 0.05;
 // Slack for rounding in the score bounds.
 constexpr double BoundSlack = 1e-9;
 
-constexpr double ExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int LastExactPower = 22;
+using DecimalDigits::ExactPowersOfTen;
+using DecimalDigits::LastExactPower;
 
 // 10^z for 0 <= z <= MaxStepExponent, the double nearest it. Beyond 10^22 powers of ten are not
 // exact; those are parsed once, like the compiler's own literals.
@@ -117,19 +117,6 @@ double ceilOf(double x)
     return std::fabs(x) < 0x1p52 ? static_cast<double>(ceilToInteger(x)) : x;
 }
 
-// For 0 <= magnitude < 10^18; see NumberFormat's digitCount.
-int digitCount(std::int64_t magnitude)
-{
-    constexpr std::int64_t Powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000,
-                                       1000000000, 10000000000, 100000000000, 1000000000000,
-                                       10000000000000, 100000000000000, 1000000000000000,
-                                       10000000000000000, 100000000000000000, 1000000000000000000};
-    const std::int64_t nonZero = magnitude | 1; // 0 has one digit, as 1 has
-    const int bits = 64 - __builtin_clzll(static_cast<std::uint64_t>(nonZero));
-    const int guess = (bits * 1233) >> 12; // at most 18 below 10^18
-    return guess + (nonZero >= Powers[guess] ? 1 : 0);
-}
-
 // The largest multiple of 3 not above e.
 int engineeringExponent(int e)
 {
@@ -166,6 +153,10 @@ struct Shape {
     // multiple of the step (the only ones that can hold zero) are those of the step q' × 10^(z +
     // simplerDecade) with j = 1, which scores more for the same ticks. -1 otherwise.
     int simplerDecade = -1;
+
+    // Whether any of its steps may have a label at zero: not when the simpler step with the
+    // same ticks is in the same decade, and so always within the walk over z.
+    constexpr bool mayLabelZero() const { return simplerDecade != 0; }
 };
 
 // The decade d with value = q' × 10^d for a listed base q', or -1.
@@ -273,7 +264,7 @@ LabelStyle labelStyle(const TickDigits& t, bool factorLabels, NumberFormat::Nota
 {
     LabelStyle style;
     const std::int64_t largestDigits = std::max(std::abs(t.first), std::abs(t.last)) * t.digits;
-    style.largestExponent = digitCount(largestDigits) - 1 + t.exponent;
+    style.largestExponent = DecimalDigits::digitCount(static_cast<std::uint64_t>(largestDigits)) - 1 + t.exponent;
     if (factorLabels && largestDigits != 0)
         style.factorExponent = labelFactorExponent(style.largestExponent, t.exponent);
     style.notation = notation;
@@ -552,7 +543,7 @@ public:
             // Simplicity only falls from here on: once even the best rest cannot win, stop.
             if (shapeBound(shape) < bar())
                 break;
-            if (shape.simplerDecade == 0 && shapeBound(shape, false) < bar())
+            if (!shape.mayLabelZero() && shapeBound(shape, false) < bar())
                 continue;
             if (shape.skip > 1)
                 tryNearest(shape, nearestSteps(shape));
@@ -738,7 +729,7 @@ private:
     // falls away from count, so most often none is tried.
     void searchFar(const Shape& shape)
     {
-        const double zeroBonus = shape.simplerDecade == 0 ? 0.0 : 1.0;
+        const double zeroBonus = shape.mayLabelZero() ? 1.0 : 0.0;
         if (0.25 * (shape.plainSimplicity + zeroBonus) + m_farSpread + MostLegibility < bar())
             return;
         walkFar(shape);

@@ -1,5 +1,7 @@
 #include "NumberFormat.h"
 
+#include "DecimalDigits_p.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
@@ -10,33 +12,8 @@ namespace Orv::Math {
 
 namespace {
 
-constexpr std::uint64_t PowersOfTen[] = {
-    1ull,
-    10ull,
-    100ull,
-    1000ull,
-    10000ull,
-    100000ull,
-    1000000ull,
-    10000000ull,
-    100000000ull,
-    1000000000ull,
-    10000000000ull,
-    100000000000ull,
-    1000000000000ull,
-    10000000000000ull,
-    100000000000000ull,
-    1000000000000000ull,
-    10000000000000000ull,
-    100000000000000000ull,
-    1000000000000000000ull,
-    10000000000000000000ull,
-};
-constexpr int MaxDigits = 20;
+using namespace DecimalDigits;
 
-constexpr double ExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                       1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int LastExactPower = 22;
 constexpr std::int64_t FirstInexactInteger = std::int64_t(1) << 53;
 
 // The decimal's text read by a correctly rounding parser, for the digits and exponents a single
@@ -58,16 +35,6 @@ double parsed(const Decimal& d)
 
 // A fixed text longer than this (far beyond the double range) is written in scientific notation.
 constexpr std::int64_t MaxFixedDigits = 330;
-
-// From the bit length, without a loop whose length would vary with the number: the length
-// times log10(2) (1233 / 4096, exact enough for 64 bits) is the digit count or one more.
-int digitCount(std::uint64_t value)
-{
-    const std::uint64_t nonZero = value | 1; // 0 has one digit, as 1 has
-    const int bits = 64 - __builtin_clzll(nonZero);
-    const int guess = (bits * 1233) >> 12; // at most 19
-    return guess + (nonZero >= PowersOfTen[guess] ? 1 : 0);
-}
 
 // `magnitude` without its last `count` digits, rounded half away from zero.
 std::uint64_t dropDigits(std::uint64_t magnitude, std::int64_t count)
