@@ -5,6 +5,7 @@
 #include "KelChartAxisTime.h"
 #include "KelChartVariableStyle.h"
 #include "KelProperties.h"
+#include "KelQuantityTriple.h"
 
 #include <QColor>
 #include <QStringList>
@@ -157,6 +158,16 @@ QString sizeProblem(const QString& name, const QString& text)
     return {};
 }
 
+// A quantity of three components parses its own text: it is tried on a scratch triple in a group
+// of its own, so that the check marks nothing in the tree as changed.
+QString tripleProblem(const QString& name, const QString& text)
+{
+    KelModifiedGroup scratchGroup;
+    KelQuantityTriple scratch(scratchGroup);
+    scratch.rename(name);
+    return scratch.setText(text);
+}
+
 } // namespace
 
 QString KelChartPropertyChecks::typeProblem(const QString& valueType, const QString& text)
@@ -170,6 +181,8 @@ QString KelChartPropertyChecks::typeProblem(const QString& valueType, const QStr
 
 QString KelChartPropertyChecks::valueProblem(const KelProperties& node, const QString& name, const QString& text)
 {
+    if (dynamic_cast<const KelQuantityTriple*>(node.at(name)))
+        return tripleProblem(name, text);
     const QString& type = node.type();
     const bool rangeEnd = name == QLatin1String("min") || name == QLatin1String("max");
     if (rangeEnd && (type == KelChartAxisContinuous::typeString || type == KelChartAxisTime::typeString))

@@ -20,6 +20,7 @@ public:
     static QString typeProblem(const QString& valueType, const QString& text);
     // Empty when the value `text` gives the property `name` of `node` suits the
     // node's other values, else why not. A text that does not read as the
-    // property's type passes here: `typeProblem` answers for it.
+    // property's type passes here: `typeProblem` answers for it. A child that
+    // holds a quantity of three components answers whether the text reads as one.
     static QString valueProblem(const KelProperties& node, const QString& name, const QString& text);
 };

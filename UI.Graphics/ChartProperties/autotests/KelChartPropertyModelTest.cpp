@@ -221,7 +221,10 @@ INSTANTIATE_TEST_SUITE_P(
         CheckCase{"variable/T1/order", "1.5", "\"1.5\" is not a whole number: write it like 3 or -12"},
         CheckCase{"variable/T1/style/bands", "-2",
                   "\"-2\" is not a whole number of 0 or more: write it like 0 or 12"},
-        CheckCase{"variable/T1/enabled", "maybe", "\"maybe\" is not true or false"}));
+        CheckCase{"variable/T1/enabled", "maybe", "\"maybe\" is not true or false"},
+        CheckCase{"variable/T1/min", "a, b",
+                  "min: expected three components \"number [unit]\" separated by commas, got \"a, b\""},
+        CheckCase{"variable/T1/min", "1 [s], 2, 3", nullptr}));
 
 TEST_F(PropertyModelTest, EditorHintsFollowTheValueType)
 {
