@@ -51,7 +51,8 @@ const WallClockCase wallClockCases[] = {
 };
 
 // Instants after 2037 with their offsets and texts as Python's zoneinfo gives them: random
-// ones, and the second before and the second of transitions.
+// ones, and the second before and the second of one year's transitions per zone (the instants of
+// every change to 2200 are checked against zoneinfo below).
 struct FutureCase {
     const char* zone;
     std::int64_t utcSeconds;
@@ -91,74 +92,26 @@ const FutureCase futureCases[] = {
     {"Europe/Berlin", 5877104400, 7200, "2156-03-28 03:00:00 CEST +0200"},
     {"Europe/Berlin", 5895853199, 7200, "2156-10-31 02:59:59 CEST +0200"},
     {"Europe/Berlin", 5895853200, 3600, "2156-10-31 02:00:00 CET +0100"},
-    {"Europe/Berlin", 7076422799, 3600, "2194-03-30 01:59:59 CET +0100"},
-    {"Europe/Berlin", 7076422800, 7200, "2194-03-30 03:00:00 CEST +0200"},
-    {"Europe/Berlin", 7094566799, 7200, "2194-10-26 02:59:59 CEST +0200"},
-    {"Europe/Berlin", 7094566800, 3600, "2194-10-26 02:00:00 CET +0100"},
-    {"Europe/Berlin", 5151344399, 3600, "2133-03-29 01:59:59 CET +0100"},
-    {"Europe/Berlin", 5151344400, 7200, "2133-03-29 03:00:00 CEST +0200"},
-    {"Europe/Berlin", 5169488399, 7200, "2133-10-25 02:59:59 CEST +0200"},
-    {"Europe/Berlin", 5169488400, 3600, "2133-10-25 02:00:00 CET +0100"},
     {"Australia/Lord_Howe", 4299749999, 39600, "2106-04-04 01:59:59 +11 +1100"},
     {"Australia/Lord_Howe", 4299750000, 37800, "2106-04-04 01:30:00 +1030 +1030"},
     {"Australia/Lord_Howe", 4315476599, 37800, "2106-10-03 01:59:59 +1030 +1030"},
     {"Australia/Lord_Howe", 4315476600, 39600, "2106-10-03 02:30:00 +11 +1100"},
-    {"Australia/Lord_Howe", 3258284399, 39600, "2073-04-02 01:59:59 +11 +1100"},
-    {"Australia/Lord_Howe", 3258284400, 37800, "2073-04-02 01:30:00 +1030 +1030"},
-    {"Australia/Lord_Howe", 3274010999, 37800, "2073-10-01 01:59:59 +1030 +1030"},
-    {"Australia/Lord_Howe", 3274011000, 39600, "2073-10-01 02:30:00 +11 +1100"},
-    {"Australia/Lord_Howe", 3636889199, 39600, "2085-04-01 01:59:59 +11 +1100"},
-    {"Australia/Lord_Howe", 3636889200, 37800, "2085-04-01 01:30:00 +1030 +1030"},
-    {"Australia/Lord_Howe", 3653220599, 37800, "2085-10-07 01:59:59 +1030 +1030"},
-    {"Australia/Lord_Howe", 3653220600, 39600, "2085-10-07 02:30:00 +11 +1100"},
     {"Europe/Dublin", 2184800399, 0, "2039-03-27 00:59:59 GMT +0000"},
     {"Europe/Dublin", 2184800400, 3600, "2039-03-27 02:00:00 IST +0100"},
     {"Europe/Dublin", 2203549199, 3600, "2039-10-30 01:59:59 IST +0100"},
     {"Europe/Dublin", 2203549200, 0, "2039-10-30 01:00:00 GMT +0000"},
-    {"Europe/Dublin", 4867088399, 0, "2124-03-26 00:59:59 GMT +0000"},
-    {"Europe/Dublin", 4867088400, 3600, "2124-03-26 02:00:00 IST +0100"},
-    {"Europe/Dublin", 4885837199, 3600, "2124-10-29 01:59:59 IST +0100"},
-    {"Europe/Dublin", 4885837200, 0, "2124-10-29 01:00:00 GMT +0000"},
-    {"Europe/Dublin", 6192809999, 0, "2166-03-30 00:59:59 GMT +0000"},
-    {"Europe/Dublin", 6192810000, 3600, "2166-03-30 02:00:00 IST +0100"},
-    {"Europe/Dublin", 6210953999, 3600, "2166-10-26 01:59:59 IST +0100"},
-    {"Europe/Dublin", 6210954000, 0, "2166-10-26 01:00:00 GMT +0000"},
     {"America/St_Johns", 5875910999, -12600, "2156-03-14 01:59:59 NST -0330"},
     {"America/St_Johns", 5875911000, -9000, "2156-03-14 03:00:00 NDT -0230"},
     {"America/St_Johns", 5896470599, -9000, "2156-11-07 01:59:59 NDT -0230"},
     {"America/St_Johns", 5896470600, -12600, "2156-11-07 01:00:00 NST -0330"},
-    {"America/St_Johns", 7011725399, -12600, "2192-03-11 01:59:59 NST -0330"},
-    {"America/St_Johns", 7011725400, -9000, "2192-03-11 03:00:00 NDT -0230"},
-    {"America/St_Johns", 7032284999, -9000, "2192-11-04 01:59:59 NDT -0230"},
-    {"America/St_Johns", 7032285000, -12600, "2192-11-04 01:00:00 NST -0330"},
-    {"America/St_Johns", 2782963799, -12600, "2058-03-10 01:59:59 NST -0330"},
-    {"America/St_Johns", 2782963800, -9000, "2058-03-10 03:00:00 NDT -0230"},
-    {"America/St_Johns", 2803523399, -9000, "2058-11-03 01:59:59 NDT -0230"},
-    {"America/St_Johns", 2803523400, -12600, "2058-11-03 01:00:00 NST -0330"},
     {"Pacific/Chatham", 4836203999, 49500, "2123-04-04 03:44:59 +1345 +1345"},
     {"Pacific/Chatham", 4836204000, 45900, "2123-04-04 02:45:00 +1245 +1245"},
     {"Pacific/Chatham", 4851323999, 45900, "2123-09-26 02:44:59 +1245 +1245"},
     {"Pacific/Chatham", 4851324000, 49500, "2123-09-26 03:45:00 +1345 +1345"},
-    {"Pacific/Chatham", 6603429599, 49500, "2179-04-04 03:44:59 +1345 +1345"},
-    {"Pacific/Chatham", 6603429600, 45900, "2179-04-04 02:45:00 +1245 +1245"},
-    {"Pacific/Chatham", 6618549599, 45900, "2179-09-26 02:44:59 +1245 +1245"},
-    {"Pacific/Chatham", 6618549600, 49500, "2179-09-26 03:45:00 +1345 +1345"},
-    {"Pacific/Chatham", 7108437599, 49500, "2195-04-05 03:44:59 +1345 +1345"},
-    {"Pacific/Chatham", 7108437600, 45900, "2195-04-05 02:45:00 +1245 +1245"},
-    {"Pacific/Chatham", 7123557599, 45900, "2195-09-27 02:44:59 +1245 +1245"},
-    {"Pacific/Chatham", 7123557600, 49500, "2195-09-27 03:45:00 +1345 +1345"},
     {"America/New_York", 2467263599, -18000, "2048-03-08 01:59:59 EST -0500"},
     {"America/New_York", 2467263600, -14400, "2048-03-08 03:00:00 EDT -0400"},
     {"America/New_York", 2487823199, -14400, "2048-11-01 01:59:59 EDT -0400"},
     {"America/New_York", 2487823200, -18000, "2048-11-01 01:00:00 EST -0500"},
-    {"America/New_York", 5213055599, -18000, "2135-03-13 01:59:59 EST -0500"},
-    {"America/New_York", 5213055600, -14400, "2135-03-13 03:00:00 EDT -0400"},
-    {"America/New_York", 5233615199, -14400, "2135-11-06 01:59:59 EDT -0400"},
-    {"America/New_York", 5233615200, -18000, "2135-11-06 01:00:00 EST -0500"},
-    {"America/New_York", 3508729199, -18000, "2081-03-09 01:59:59 EST -0500"},
-    {"America/New_York", 3508729200, -14400, "2081-03-09 03:00:00 EDT -0400"},
-    {"America/New_York", 3529288799, -14400, "2081-11-02 01:59:59 EDT -0400"},
-    {"America/New_York", 3529288800, -18000, "2081-11-02 01:00:00 EST -0500"},
 };
 
 } // namespace
@@ -218,8 +171,8 @@ TEST(TimeZone, OffsetsAndTextsFollowTheZonesRulesPast2037)
         EXPECT_GT(period.end, instant);
         EXPECT_EQ(zone.format(instant, "%Y-%m-%d %H:%M:%S %Z %z"), c.text);
         const std::int64_t local = zone.toLocal(instant);
-        EXPECT_TRUE(zone.toUtc(local, TimeZone::Choose::Earliest) == instant ||
-                    zone.toUtc(local, TimeZone::Choose::Latest) == instant);
+        EXPECT_TRUE(zone.toUtc(local, TimeZone::Choose::Earliest) == instant
+                    || zone.toUtc(local, TimeZone::Choose::Latest) == instant);
     }
 }
 

@@ -6,13 +6,11 @@
 #include "Plot.h"
 
 #include "KelChart2D.h"
-#include "KelChartVariable.h"
 
 #include "QtPrinters.h"
 #include "TextBoxes.h"
 
 #include <QDateTime>
-#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -46,6 +44,19 @@ DataSet readShape(const char* file)
     return read.data;
 }
 
+// The texts of the file's chart, made as the viewer makes it and painted at that size.
+QList<OrvTest::DrawnText> paintedTexts(const char* file, QSize size)
+{
+    KelModifiedGroup group;
+    KelChart2D chart(group);
+    DataSet data = readShape(file);
+    setUpChartForData(chart, data, QString::fromLatin1(file));
+    EXPECT_TRUE(bindData(chart.variables, axisPairsOf(chart), std::move(data)).isEmpty());
+    const Plot plot(chart, axisPairsOf(chart), {size, 0, {}});
+    const ChartPainter painter(plot, size);
+    return OrvTest::drawnTexts(size, [&](QPainter& p) { painter.paint(p); });
+}
+
 std::int64_t microsecondsOf(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
 {
     return QDateTime(QDate(year, month, day), QTime(hour, minute, second), Qt::UTC).toMSecsSinceEpoch() * 1000;
@@ -72,18 +83,11 @@ TEST_P(CsvShapesTest, ReadsWithNoOption)
         EXPECT_TRUE(data.notes.isEmpty()) << data.notes.join('\n').toStdString();
 }
 
-// Made into a chart as the viewer makes it and painted at two sizes, no text covers another or leaves the picture.
+// Painted at two sizes, no text covers another or leaves the picture.
 TEST_P(CsvShapesTest, PaintsReadableText)
 {
-    KelModifiedGroup group;
-    KelChart2D chart(group);
-    DataSet data = readShape(GetParam().file);
-    setUpChartForData(chart, data, QString::fromLatin1(GetParam().file));
-    EXPECT_TRUE(bindData(chart.variables, axisPairsOf(chart), std::move(data)).isEmpty());
     for (const QSize size : {QSize(800, 500), QSize(480, 320)}) {
-        const Plot plot(chart, axisPairsOf(chart), {size, 0, {}});
-        const ChartPainter painter(plot, size);
-        const QList<OrvTest::DrawnText> texts = OrvTest::drawnTexts(size, [&](QPainter& p) { painter.paint(p); });
+        const QList<OrvTest::DrawnText> texts = paintedTexts(GetParam().file, size);
         EXPECT_FALSE(texts.isEmpty());
         EXPECT_EQ(OrvTest::overlappingTexts(texts), QStringList()) << size.width() << "x" << size.height();
         EXPECT_EQ(OrvTest::textsOutside(texts, size), QStringList()) << size.width() << "x" << size.height();
@@ -149,30 +153,10 @@ TEST(CsvShapesValues, GuessesGiveTheRightValues)
     EXPECT_EQ(regions.series[0].x.values, (std::vector<float>{0, 1, 2, 3}));
 }
 
-TEST(CsvShapesChart, ManySeriesGetDistinctColours)
-{
-    KelModifiedGroup group;
-    KelChart2D chart(group);
-    setUpChartForData(chart, readShape("fourteen-series.csv"), QStringLiteral("many"));
-    QSet<QRgb> colours;
-    for (unsigned i = 0; i < chart.variables.size(); ++i)
-        colours.insert(static_cast<const KelChartVariable*>(chart.variables[i])->style.lineColor.get().front().rgb());
-    EXPECT_EQ(colours.size(), 14);
-}
-
 TEST(CsvShapesChart, TheAxisFactorShowsEvenWhenTheTitleIsElided)
 {
-    KelModifiedGroup group;
-    KelChart2D chart(group);
-    DataSet data = readShape("large-values.csv");
-    setUpChartForData(chart, data, QStringLiteral("large"));
-    bindData(chart.variables, axisPairsOf(chart), std::move(data));
-    const QSize size(400, 300);
-    const Plot plot(chart, axisPairsOf(chart), {size, 0, {}});
-    const ChartPainter painter(plot, size);
-    const QList<OrvTest::DrawnText> texts = OrvTest::drawnTexts(size, [&](QPainter& p) { painter.paint(p); });
     QStringList all;
-    for (const OrvTest::DrawnText& text : texts)
+    for (const OrvTest::DrawnText& text : paintedTexts("large-values.csv", QSize(400, 300)))
         all << text.text;
     EXPECT_TRUE(all.join('|').contains(QChar(u'\u00d7'))) << all.join('|').toStdString();
 }

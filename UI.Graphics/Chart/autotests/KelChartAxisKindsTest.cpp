@@ -43,6 +43,7 @@ TEST_P(KelChartAxisKindsTest, EveryWayOfMakingAnAxisGivesItsClass)
 INSTANTIATE_TEST_SUITE_P(RangedTypes, KelChartAxisKindsTest, ::testing::ValuesIn(KelChartAxisKinds::rangedTypes()),
                          [](const auto& info) { return info.param.mid(info.param.lastIndexOf('.') + 1).toStdString(); });
 
+// Copies of a list keep its default child name.
 TEST(KelChartAxisKinds, OtherTypesAreNotMadeAndListsFallBackToAPlainAxis)
 {
     KelModifiedGroup group;
@@ -53,9 +54,14 @@ TEST(KelChartAxisKinds, OtherTypesAreNotMadeAndListsFallBackToAPlainAxis)
     KelChartAxisList list(group, "axis.1");
     KelProperties& plain = list.child("axis.p", "chart.axis.polar");
     EXPECT_EQ(plain.type(), KelChartAxis::typeString);
+    KelChartAxisList other(group, "other");
+    other = list;
+    EXPECT_EQ(other.defaultChildName(), "axis.1");
+    EXPECT_EQ(KelChartAxisList(list).defaultChildName(), "axis.1");
 }
 
-// Assignment goes through the most derived class both axes share: a time axis takes the zone too.
+// Assignment goes through the most derived class both axes share: a time axis takes the zone too, and a pair
+// assigned from one holding a time axis holds a time axis of its own with the same zone.
 TEST(KelChartAxisKinds, AssignmentGoesThroughTheMostDerivedSharedClass)
 {
     KelModifiedGroup group;
@@ -64,18 +70,12 @@ TEST(KelChartAxisKinds, AssignmentGoesThroughTheMostDerivedSharedClass)
     time.max.set(5);
     KelChartAxisTime otherTime(group);
     KelChartAxisContinuous continuous(group);
-
     KelChartAxisKinds::assign(otherTime, time);
     EXPECT_EQ(otherTime.timeZone.get(), "Asia/Kathmandu");
     EXPECT_EQ(otherTime.max.get(), 5);
     KelChartAxisKinds::assign(continuous, time);
     EXPECT_EQ(continuous.max.get(), 5);
-}
 
-// A pair assigned from one holding a time axis holds a time axis with the same zone.
-TEST(KelChartAxisKinds, PairAssignmentMirrorsTimeAxes)
-{
-    KelModifiedGroup group;
     KelChartAxisPair source(group);
     source.rename("axis.x");
     dynamic_cast<KelChartAxisTime&>(source.createFirst("bottom", KelChartAxisTime::typeString))

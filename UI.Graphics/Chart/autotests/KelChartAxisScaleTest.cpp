@@ -49,11 +49,6 @@ protected:
         return scale;
     }
 
-    // Lets a case start over without variables.
-    struct Variables {
-        KelChartAxisScaleTest& test;
-        void clear() { test.removeVariables(); }
-    } variables{*this};
     const NumberFormat format{NumberFormat::Notation::Fixed};
 };
 
@@ -154,7 +149,9 @@ TEST_F(KelChartAxisScaleTest, ScalesOfAxesNotInUseAreInvalidEmptyAndStaySo)
     expectInvalidAndEmpty(scaleOf(plain, true));
 }
 
-TEST_P(KelChartAxisScaleContinuousTest, TicksCoverTheDataWithItsMarginOrTheFixedRange)
+// Loose, the ticks are rounded out around the data with its margin (or the fixed range). Tight, the same
+// range is shown as chosen, not rounded, with the nice ticks inside it placed along it.
+TEST_P(KelChartAxisScaleContinuousTest, TicksCoverTheRangeLooseOrTight)
 {
     const ContinuousCase& c = GetParam();
     KelChartAxisContinuous& axis = fixed(continuousAxis(), c.fixedMin, c.fixedMax);
@@ -162,44 +159,33 @@ TEST_P(KelChartAxisScaleContinuousTest, TicksCoverTheDataWithItsMarginOrTheFixed
     axis.inverted.set(inverted);
     for (const auto& [on, lo, hi] : c.series)
         addOn(axis, on, lo, hi);
-    KelChartAxisScale scale = scaleOf(axis, true);
-    const NiceIntervals expected(c.lo, c.hi, int(tickCount), true, true, format);
-    ASSERT_GT(expected.size(), 1);
-    EXPECT_EQ(std::vector<double>({scale.min(), scale.max(), scale.factor()}),
-              std::vector<double>({expected.min(), expected.max(), expected.factor}));
-    ASSERT_EQ(scale.size(), unsigned(expected.size()));
-    for (int i = 0; i < expected.size(); ++i) {
-        EXPECT_EQ(scale.value(i), expected.value(i));
-        EXPECT_EQ(scale.label(i).toStdString(), expected.label(i));
-        EXPECT_EQ(scale.percentage(i), expected.fraction(i, inverted));
-    }
-}
-
-// The same ranges shown tight: not rounded, with the nice ticks inside them placed along the range. A fixed
-// range, as a zoomed view sets it, is shown exactly.
-TEST_P(KelChartAxisScaleContinuousTest, TightRangeIsTheChosenRangeWithTheTicksInside)
-{
-    const ContinuousCase& c = GetParam();
-    KelChartAxisContinuous& axis = fixed(continuousAxis(), c.fixedMin, c.fixedMax);
-    const bool inverted = c.fixedMin != c.fixedMax;
-    axis.inverted.set(inverted);
-    axis.tightRange.set(true);
-    for (const auto& [on, lo, hi] : c.series)
-        addOn(axis, on, lo, hi);
-    KelChartAxisScale scale = scaleOf(axis, true);
-    const NiceIntervals expected(c.lo, c.hi, int(tickCount), false, true, format);
-    ASSERT_GT(expected.size(), 1);
-    EXPECT_TRUE(scale.valid());
-    // The case's bounds are the margins' decimal results; the scale's are computed.
-    EXPECT_DOUBLE_EQ(scale.min(), c.lo);
-    EXPECT_DOUBLE_EQ(scale.max(), c.hi);
-    EXPECT_EQ(scale.factor(), expected.factor);
-    ASSERT_EQ(scale.size(), unsigned(expected.size()));
-    for (int i = 0; i < expected.size(); ++i) {
-        EXPECT_EQ(scale.value(i), expected.value(i));
-        EXPECT_EQ(scale.label(i).toStdString(), expected.label(i));
-        const double along = (expected.value(i) - scale.min()) / (scale.max() - scale.min());
-        EXPECT_DOUBLE_EQ(scale.percentage(i), inverted ? 1 - along : along);
+    for (const bool tight : {false, true}) {
+        SCOPED_TRACE(tight ? "tight" : "loose");
+        axis.tightRange.set(tight);
+        const KelChartAxisScale scale = scaleOf(axis, true);
+        const NiceIntervals expected(c.lo, c.hi, int(tickCount), !tight, true, format);
+        ASSERT_GT(expected.size(), 1);
+        EXPECT_TRUE(scale.valid());
+        if (tight) { // the case's bounds are the margins' decimal results; the scale's are computed
+            EXPECT_DOUBLE_EQ(scale.min(), c.lo);
+            EXPECT_DOUBLE_EQ(scale.max(), c.hi);
+        } else {
+            EXPECT_EQ(std::make_pair(scale.min(), scale.max()), std::make_pair(expected.min(), expected.max()));
+        }
+        EXPECT_EQ(scale.factor(), expected.factor);
+        EXPECT_FALSE(scale.logarithmic());
+        EXPECT_EQ(scale.minorTickCount(), 0u); // a linear axis has no minor ticks
+        ASSERT_EQ(scale.size(), unsigned(expected.size()));
+        for (int i = 0; i < expected.size(); ++i) {
+            EXPECT_EQ(scale.value(i), expected.value(i));
+            EXPECT_EQ(scale.realValue(i), scale.value(i));
+            EXPECT_EQ(scale.label(i).toStdString(), expected.label(i));
+            const double along = (expected.value(i) - scale.min()) / (scale.max() - scale.min());
+            if (tight)
+                EXPECT_DOUBLE_EQ(scale.percentage(i), inverted ? 1 - along : along);
+            else
+                EXPECT_EQ(scale.percentage(i), expected.fraction(i, inverted));
+        }
     }
 }
 
@@ -212,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(Margins, KelChartAxisScaleContinuousTest, ::testing::Va
     ContinuousCase{{{'x', 0, 10}, {'y', 20, 40}}, -0.82, 41.82}, // union [0, 41] widened by 2%
     ContinuousCase{{{'x', -10, -10}}, -15, -5},
     ContinuousCase{{{'x', 0, 100}}, 0, 10, 0, 10},             // a fixed range wins over the data
-    ContinuousCase{{{'x', 0, 100}}, -2, 102, 10, 0}));         // but not an empty one
+    ContinuousCase{{{'x', 0, 100}}, -2, 102, 10, 0})); // but not an empty one
 
 TEST_P(KelChartAxisScaleDiscreteTest, LabelsThenFillersAtSlotCentres)
 {
@@ -249,8 +235,7 @@ TEST_F(KelChartAxisScaleTest, AViewWindowShowsTheCategoriesInsideIt)
     };
     KelChartAxisDiscrete& axis = discreteAxis();
     addOn(axis, 'x', 0, 3);
-    for (const Case& c : {Case{0.25, 2.25, {{0, "red", 0.125}, {1, "green", 0.625}}},
-                          Case{-1, 1, {{0, "red", 0.75}}},
+    for (const Case& c : {Case{0.25, 2.25, {{0, "red", 0.125}, {1, "green", 0.625}}}, Case{-1, 1, {{0, "red", 0.75}}},
                           Case{2.6, 4.6, {{3, "", 0.45}, {4, "", 0.95}}}}) {
         axis.viewMin.set(c.lo);
         axis.viewMax.set(c.hi);
@@ -275,9 +260,10 @@ TEST_F(KelChartAxisScaleTest, AViewWindowShowsTheCategoriesInsideIt)
 TEST_F(KelChartAxisScaleTest, DiscreteEntriesStopAtTheLimitWithOneWarning)
 {
     const unsigned int limit = KelChartAxisScale::MaxDiscreteEntries;
-    for (const auto& [dataEnd, fixedMax, size] : {std::tuple(1e38f, 0, UINT_MAX), std::tuple(3e9f, INT_MAX, 2147483647u)}) {
+    for (const auto& [dataEnd, fixedMax, size] :
+         {std::tuple(1e38f, 0, UINT_MAX), std::tuple(3e9f, INT_MAX, 2147483647u)}) {
         KelChartAxisDiscrete& axis = fixed(discreteAxis(), 0, fixedMax);
-        variables.clear();
+        removeVariables();
         addOn(axis, 'x', 0, dataEnd);
         orvdebug::ScopedCapture capture(kel::debug_logger::debuglogger());
         KelChartAxisScale scale = scaleOf(axis, true);
@@ -408,14 +394,4 @@ TEST_F(KelChartAxisScaleLogarithmicTest, NoPositiveValueLeavesTheAxisAtOneToTen)
     ASSERT_TRUE(scale.valid());
     EXPECT_EQ(std::make_pair(scale.min(), scale.max()), std::make_pair(0.0, 1.0));
     EXPECT_EQ(labels(scale), (std::vector<std::string>{"1", "10"}));
-}
-
-TEST_F(KelChartAxisScaleLogarithmicTest, TimeAndLinearAxesHaveNoMinorsAndRealValuesAreValues)
-{
-    KelChartAxisContinuous& axis = continuousAxis();
-    addOn(axis, 'x', 0, 100);
-    const KelChartAxisScale scale = scaleOf(axis, true);
-    EXPECT_FALSE(scale.logarithmic());
-    EXPECT_EQ(scale.minorTickCount(), 0u);
-    EXPECT_EQ(scale.realValue(1), scale.value(1));
 }

@@ -82,8 +82,9 @@ INSTANTIATE_TEST_SUITE_P(Zones, KelChartAxisTimeZoneTest, ::testing::Values(
     ZoneCase{"Asia/Kathmandu", "", true},
     ZoneCase{"America/Sao_Paulo", "%d.%m. %H:%M", false}));
 
-// Ticks sit inside the data's range with its 2% margin, which is not rounded out to them.
-TEST_F(KelChartAxisTimeTest, AutomaticRangeIsTheDataWithItsMargin)
+// Ticks sit inside the data's range with its 2% margin, which is not rounded out to them; calendar ticks
+// already lie inside the range, so a tight range changes nothing.
+TEST_F(KelChartAxisTimeTest, AutomaticRangeIsTheDataWithItsMarginTightOrNot)
 {
     addSeries({0, float(10 * day)}, sinceMarch14);
     const KelChartAxisScale scale = updatedScale();
@@ -93,26 +94,13 @@ TEST_F(KelChartAxisTimeTest, AutomaticRangeIsTheDataWithItsMargin)
     EXPECT_GE(scale.value(0), scale.min());
     EXPECT_LE(scale.value(scale.size() - 1), scale.max());
     EXPECT_EQ(scale.offsetText(), "2012-03");
-}
 
-// Calendar ticks already lie inside the range, so a tight range changes nothing there; the numeric ticks
-// of a unit that is no timestamp keep the data's range rather than rounding it out.
-TEST_F(KelChartAxisTimeTest, TightRangeTightensOnlyTheNumericFallback)
-{
-    addSeries({0, float(10 * day)}, sinceMarch14);
-    const KelChartAxisScale loose = updatedScale();
     time.tightRange.set(true);
     const KelChartAxisScale tight = updatedScale();
-    EXPECT_EQ(std::make_pair(tight.min(), tight.max()), std::make_pair(loose.min(), loose.max()));
-    ASSERT_EQ(tight.size(), loose.size());
-    for (unsigned i = 0; i < loose.size(); ++i)
-        EXPECT_EQ(tight.percentage(i), loose.percentage(i));
-
-    removeVariables();
-    addSeries({0, 100}, "degC");
-    const KelChartAxisScale numbers = updatedScale();
-    EXPECT_EQ(std::make_pair(numbers.min(), numbers.max()), std::make_pair(-2.0, 102.0));
-    EXPECT_EQ(numbers.label(0), "0");
+    EXPECT_EQ(std::make_pair(tight.min(), tight.max()), std::make_pair(scale.min(), scale.max()));
+    ASSERT_EQ(tight.size(), scale.size());
+    for (unsigned i = 0; i < scale.size(); ++i)
+        EXPECT_EQ(tight.percentage(i), scale.percentage(i));
 }
 
 // One origin for the axis: the first variable's unit; later ones are converted into it.
@@ -138,7 +126,8 @@ TEST_F(KelChartAxisTimeTest, WithoutAUnitValuesAreUnixTime)
     EXPECT_TRUE(errors().empty());
 }
 
-// An unknown zone is reported and UTC used; a unit that is no timestamp gives the numeric ticks.
+// An unknown zone is reported and UTC used; a unit that is no timestamp gives the numeric ticks, which a
+// tight range keeps at the data's range rather than rounding it out.
 TEST_F(KelChartAxisTimeTest, BadSettingsAreReportedAndFallBack)
 {
     addSeries({0, float(day)}, sinceMarch14);
@@ -158,4 +147,8 @@ TEST_F(KelChartAxisTimeTest, BadSettingsAreReportedAndFallBack)
     const Orv::Math::NiceIntervals expected(-2, 102, 6, true, true, {});
     EXPECT_EQ(numbers.label(0).toStdString(), expected.label(0));
     EXPECT_TRUE(numbers.offsetText().isEmpty());
+    time.tightRange.set(true);
+    const KelChartAxisScale tight = updatedScale();
+    EXPECT_EQ(std::make_pair(tight.min(), tight.max()), std::make_pair(-2.0, 102.0));
+    EXPECT_EQ(tight.label(0), "0");
 }

@@ -71,31 +71,14 @@ protected:
         }
         return items;
     }
+    // Kinds 0 to 6: y undefined, x undefined, y NaN, x NaN, y -inf, y +inf, both undefined.
     static void odden(Item& item, int kind)
     {
-        switch (kind) {
-        case 0:
-            item.yUndefined = true;
-            break;
-        case 1:
-            item.xUndefined = true;
-            break;
-        case 2:
-            item.y = float(nan);
-            break;
-        case 3:
-            item.x = float(nan);
-            break;
-        case 4:
-            item.y = -float(infinity);
-            break;
-        case 5:
-            item.y = float(infinity);
-            break;
-        default:
-            item.xUndefined = item.yUndefined = true;
-            break;
-        }
+        const float odd[] = {float(nan), float(nan), -float(infinity), float(infinity)};
+        item.yUndefined = kind == 0 || kind == 6;
+        item.xUndefined = kind == 1 || kind == 6;
+        if (kind >= 2 && kind <= 5)
+            (kind == 3 ? item.x : item.y) = odd[kind - 2];
     }
     void feed(KelChartLiveSeries& live, const std::vector<Item>& items, std::size_t from, std::size_t to)
     {

@@ -33,7 +33,10 @@ struct CaseRow {
     std::vector<Item> items;
     Expected expected;
 };
-std::ostream& operator<<(std::ostream& os, const CaseRow& row) { return os << row.name; }
+std::ostream& operator<<(std::ostream& os, const CaseRow& row)
+{
+    return os << row.name;
+}
 
 class CacheFixture {
 protected:
@@ -133,12 +136,11 @@ TEST_F(KelChartVariableCacheTest, TraceLinesOfVectorAndScalarVariables)
                                         "\t\tvalue = {0, inf}, undef = {0, 1}, min = {0, 2}\n"
                                         "\tsize : 2",
                                         "\tvalid = 1"}));
-    EXPECT_EQ(traceOf({{0, 4}, {0, 2}}, true),
-              (std::vector<std::string>{"caching : T1", "\tenabled", "\tscalar",
-                                        "\t\tvalue = 4, undef = 0, minY : 4\n"
-                                        "\t\tvalue = 2, undef = 0, minY : 2\n"
-                                        "\tsize : 2",
-                                        "\tvalid = 1"}));
+    EXPECT_EQ(traceOf({{0, 4}, {0, 2}}, true), (std::vector<std::string>{"caching : T1", "\tenabled", "\tscalar",
+                                                                         "\t\tvalue = 4, undef = 0, minY : 4\n"
+                                                                         "\t\tvalue = 2, undef = 0, minY : 2\n"
+                                                                         "\tsize : 2",
+                                                                         "\tvalid = 1"}));
     EXPECT_EQ(traceOf({}, false).back(), "\tsize : 0");
     variable.enabled.set(false);
     EXPECT_EQ(traceOf({{1, 1}}, false), std::vector<std::string>{"caching : T1"});
@@ -184,8 +186,7 @@ TEST_F(KelChartVariableCacheTest, NearestIndexAlongSortedXSkipsNaNAndPrefersTheF
 TEST_F(KelChartVariableCacheTest, NearestIndexInTwoDimensionsWeighsTheAxesByTheirScales)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    const KelChartVariableCache cache(makeVariable({{0, 0}, {10, 1}, {nan, 5}, {5, nan}, {0, 100}}, false), false,
-                                      {});
+    const KelChartVariableCache cache(makeVariable({{0, 0}, {10, 1}, {nan, 5}, {5, nan}, {0, 100}}, false), false, {});
     // With equal scales (0, 100) is nearest to (9, 90); with y measured in
     // thousands, x decides and (10, 1) is.
     EXPECT_EQ(cache.nearestIndex(9, 40, 1, 1), 1u);
@@ -195,17 +196,6 @@ TEST_F(KelChartVariableCacheTest, NearestIndexInTwoDimensionsWeighsTheAxesByThei
     EXPECT_EQ(cache.nearestIndex(5, 5, 1, 1), 1u);
     EXPECT_EQ(cache.nearestIndex(5, 5, 0, 1), KelChartVariableCache::npos);
     EXPECT_EQ(cache.nearestIndex(std::nan(""), 5, 1, 1), KelChartVariableCache::npos);
-}
-
-TEST_F(KelChartVariableCacheTest, AMoveEmptiesTheSource)
-{
-    KelChartVariableCache source(makeVariable({{1, 10}, {3, 30}}, false), false, {});
-    KelChartVariableCache target;
-    target = std::move(source);
-    EXPECT_TRUE(target.valid());
-    EXPECT_EQ(target.x(), (std::vector<double>{1, 3}));
-    EXPECT_EQ(&target.variable(), &variable);
-    EXPECT_TRUE(source.x().empty() && source.y().empty() && source.index().empty());
 }
 
 // Ties, signed zeros, denormals and infinities come out as a comparison stable sort puts them; NaN goes
@@ -338,7 +328,7 @@ TEST_P(KelChartVariableCachePaths, BulkAndPerItemReadsGiveTheSameCache)
 INSTANTIATE_TEST_SUITE_P(Combinations, KelChartVariableCachePaths,
                          ::testing::Combine(::testing::Bool(), ::testing::Bool(), ::testing::Bool(), ::testing::Bool()));
 
-// Copies share the arrays, which never change; a move takes them along.
+// Copies share the arrays, which never change; a move (construction or assignment) takes them along.
 TEST_F(KelChartVariableCacheTest, CopiesShareTheArrays)
 {
     const KelChartVariableCache cache(makeVariable({{3, 30}, {1, 10}, {2, 0, false, true}}, false), true, {});
@@ -348,9 +338,15 @@ TEST_F(KelChartVariableCacheTest, CopiesShareTheArrays)
     KelChartVariableCache assigned;
     assigned = copy;
     EXPECT_EQ(&assigned.index(), &cache.index());
-    const KelChartVariableCache moved(std::move(copy));
+    KelChartVariableCache moved(std::move(copy));
     EXPECT_EQ(&moved.y(), &cache.y());
     EXPECT_TRUE(copy.x().empty() && copy.yUndef().empty());
     EXPECT_EQ(moved.minXDelta(), 2.0);
     EXPECT_EQ(cache.minXDelta(), 2.0);
+    KelChartVariableCache target;
+    target = std::move(moved);
+    EXPECT_TRUE(target.valid());
+    EXPECT_EQ(target.x(), (std::vector<double>{1, 3}));
+    EXPECT_EQ(&target.variable(), &variable);
+    EXPECT_TRUE(moved.x().empty() && moved.y().empty() && moved.index().empty());
 }

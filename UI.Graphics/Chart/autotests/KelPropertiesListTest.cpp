@@ -1,6 +1,5 @@
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisDiscrete.h"
-#include "KelChartAxisList.h"
+#include "KelChartAxis.h"
+#include "KelPropertiesList.h"
 #include "OrvDebug.h"
 
 #include <gtest/gtest.h>
@@ -32,17 +31,4 @@ TEST(KelPropertiesList, InsertNamesUnnamedChildrenAndAccessIsTyped)
     EXPECT_EQ(capture.texts(orvdebug::Stream::Ensure).size(), 1u);
     EXPECT_EQ(list.size(), 4u);
     EXPECT_EQ(list.back(), &appended);
-}
-
-TEST(KelChartAxisList, MakesTheAxisClassOfTheTypeAndCopiesKeepTheDefaultName)
-{
-    KelModifiedGroup group;
-    KelChartAxisList axes(group, "axis.9");
-    EXPECT_NE(dynamic_cast<KelChartAxisDiscrete*>(&axes.child("d", KelChartAxisDiscrete::typeString)), nullptr);
-    EXPECT_NE(dynamic_cast<KelChartAxisContinuous*>(&axes.child("c", KelChartAxisContinuous::typeString)), nullptr);
-    EXPECT_EQ(axes.child("p", "chart.whatever").type(), KelChartAxis::typeString);
-    KelChartAxisList other(group, "other");
-    other = axes;
-    EXPECT_EQ(other.defaultChildName(), "axis.9");
-    EXPECT_EQ(KelChartAxisList(axes).defaultChildName(), "axis.9");
 }

@@ -115,8 +115,7 @@ TEST_P(ChartFileRoundTrip, EditedElementSavesLoadsAndSavesTheSame)
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryElementClass, ChartFileRoundTrip, ::testing::ValuesIn(ElementClasses::types()),
-                         [](const ::testing::TestParamInfo<QString>& info) {
-                             return QString(info.param).replace(QLatin1Char('.'), QLatin1Char('_')).toStdString();
+                         [](const ::testing::TestParamInfo<QString>& info) { return QString(info.param).replace(QLatin1Char('.'), QLatin1Char('_')).toStdString();
                          });
 
 TEST(ChartFileTest, SampleChartKeepsItsAxesVariablesAndLabels)
@@ -148,43 +147,37 @@ TEST(ChartFileTest, AxisDisabledInTheFileStaysDisabled)
 
 TEST(ChartFileTest, FaultsNameFileAndNode)
 {
-    const QString pair = QStringLiteral("chart.axis_pair");
-    const QString continuous = QStringLiteral("chart.axis.continuous");
+    const QString pair = "chart.axis_pair", continuous = "chart.axis.continuous";
     struct Case {
         QJsonObject root;
         const char* message;
     };
     const Case cases[] = {
         {QJsonObject{}, "f.json: root: \"type\" is missing or not a string"},
-        {node(QStringLiteral("chart.what"), QStringLiteral("c")), "root: unknown type string \"chart.what\""},
-        {node(QStringLiteral("chart.2d"), QStringLiteral("c"), {node(QStringLiteral("what"), QStringLiteral("w"))}),
-         "node \"c/w\": unknown type string \"what\""},
-        {node(QStringLiteral("chart.2d"), QStringLiteral("c"), {node(pair, QStringLiteral("variable"))}),
+        {node("chart.what", "c"), "root: unknown type string \"chart.what\""},
+        {node("chart.2d", "c", {node("what", "w")}), "node \"c/w\": unknown type string \"what\""},
+        {node("chart.2d", "c", {node(pair, "variable")}),
          "node \"c/variable\": the file says \"chart.axis_pair\", but the parent holds or makes a "
          "\"chart.variable_list\""},
-        {node(QStringLiteral("chart.variable_list"), QStringLiteral("l"), {node(continuous, QStringLiteral("v"))}),
+        {node("chart.variable_list", "l", {node(continuous, "v")}),
          "node \"l/v\": the file says \"chart.axis.continuous\""},
-        {node(QStringLiteral("chart.2d"), QStringLiteral("c"), {}, {property(QStringLiteral("draw3d"), "maybe")}),
+        {node("chart.2d", "c", {}, {property("draw3d", "maybe")}),
          "node \"c\": property \"draw3d\": cannot read \"maybe\" as bool"},
-        {node(pair, QStringLiteral("p"), {node(QStringLiteral("chart.axis"), QStringLiteral("p.a"))}),
+        {node(pair, "p", {node("chart.axis", "p.a")}),
          "node \"p/p.a\": an axis pair holds continuous, discrete and time axes only"},
-        {node(pair, QStringLiteral("p"), {node(continuous, QStringLiteral("left"))}),
+        {node(pair, "p", {node(continuous, "left")}),
          "node \"p/left\": an axis of the pair \"p\" must be named \"p.<name>\""},
-        {node(pair, QStringLiteral("p"),
-              {node(continuous, QStringLiteral("p.a")), node(continuous, QStringLiteral("p.b")),
-               node(continuous, QStringLiteral("p.c"))}),
+        {node(pair, "p", {node(continuous, "p.a"), node(continuous, "p.b"), node(continuous, "p.c")}),
          "node \"p/p.c\": an axis pair holds at most two axes"},
-        {node(QStringLiteral("chart.variable_list"), QStringLiteral("l"),
-              {node(QStringLiteral("chart.variable"), QStringLiteral("v")),
-               node(QStringLiteral("chart.variable"), QStringLiteral("v"))}),
+        {node("chart.variable_list", "l", {node("chart.variable", "v"), node("chart.variable", "v")}),
          "node \"l/v\": a sibling of the same name came before"},
-        {node(QStringLiteral("chart"), QStringLiteral("c"), {QJsonValue(3)}), "node \"c\": a child is not a JSON object"},
+        {node("chart", "c", {QJsonValue(3)}), "node \"c\": a child is not a JSON object"},
     };
     for (const Case& c : cases) {
         const QString message = loadFailure(c.root);
         EXPECT_TRUE(message.contains(QLatin1String(c.message))) << "got: " << message.toStdString();
     }
-    EXPECT_TRUE(loadFailure(node(QStringLiteral("chart"), QStringLiteral("c")), 2).contains(QLatin1String("version 2")));
+    EXPECT_TRUE(loadFailure(node("chart", "c"), 2).contains(QLatin1String("version 2")));
 }
 
 TEST(ChartFileTest, MalformedAndTruncatedFilesNameTheLine)

@@ -36,11 +36,13 @@ struct AxesCase {
     bool tightY;
 };
 
-class ChartSetUpTest : public ::testing::TestWithParam<AxesCase> {
+class ChartSetUp : public ::testing::Test {
 protected:
     KelModifiedGroup group;
     KelChart2D chart{group};
 };
+
+class ChartSetUpTest : public ChartSetUp, public ::testing::WithParamInterface<AxesCase> {};
 
 } // namespace
 
@@ -70,10 +72,8 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ChartSetUpTest,
                                            AxesCase{'d', Shape::Lines, true}, AxesCase{'d', Shape::Bars, false}));
 
 // The first ten series keep the palette; every later one gets an opaque colour no earlier series has.
-TEST(ChartSetUpPalette, SeriesColoursNeverRepeat)
+TEST_F(ChartSetUp, SeriesColoursNeverRepeat)
 {
-    KelModifiedGroup group;
-    KelChart2D chart(group);
     const std::size_t count = 400;
     Orv::Chart::setUpChartForData(chart, dataSet('n', count), "many");
     const char* const firstTen[] = {"#4e79a7", "#f28e2b", "#e15759", "#76b7b2", "#59a14f",
@@ -92,27 +92,23 @@ TEST(ChartSetUpPalette, SeriesColoursNeverRepeat)
 }
 
 // Series named after their groups share the title of the column their values come from.
-TEST(ChartSetUpTitles, GroupsOfOneColumnNameTheAxisOnce)
+TEST_F(ChartSetUp, GroupsOfOneColumnNameTheAxisOnce)
 {
     DataSet data = dataSet('t', 3);
     for (Orv::Chart::DataSeries& series : data.series)
         series.valueName = QStringLiteral("price");
-    KelModifiedGroup group;
-    KelChart2D chart(group);
     Orv::Chart::setUpChartForData(chart, data, QStringLiteral("prices"));
     ASSERT_NE(chart.axisY.first(), nullptr);
     EXPECT_EQ(chart.axisY.first()->title.get(), QStringLiteral("price"));
 }
 
 // Values a hundred times larger than the left axis's would flatten it: they open the right axis while it is free.
-TEST(ChartSetUpAxes, FarApartMagnitudesGetTheirOwnAxis)
+TEST_F(ChartSetUp, FarApartMagnitudesGetTheirOwnAxis)
 {
     DataSet data = dataSet('t', 4);
     const float magnitudes[] = {100.0f, 104.0f, 3.0e6f, 98.0f};
     for (std::size_t i = 0; i < data.series.size(); ++i)
         data.series[i].y.append(magnitudes[i], false);
-    KelModifiedGroup group;
-    KelChart2D chart(group);
     Orv::Chart::setUpChartForData(chart, data, QStringLiteral("prices and volume"));
     ASSERT_NE(chart.axisY.second(), nullptr);
     EXPECT_EQ(chart.axisY.first()->title.get(), QStringLiteral("series 0, series 1, series 3"));

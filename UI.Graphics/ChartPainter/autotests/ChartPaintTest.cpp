@@ -1,12 +1,9 @@
 // Charts set up for a file's data, painted: what their axis captions say when
-// they have to be shortened, where undefined points are marked, and that a
-// fixed range of a tight axis fills the plot exactly.
+// they have to be shortened, where undefined points are marked, that a fixed
+// range of a tight axis fills the plot exactly, and which minor ticks of a
+// logarithmic axis are labelled.
 
-#include "ChartPainter.h"
 #include "PaintedChart.h"
-#include "ChartSetUp.h"
-#include "DataBinding.h"
-#include "Plot.h"
 
 #include "ImageChecks.h"
 #include "SvgChecks.h"
@@ -17,61 +14,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
+#include <map>
 #include <vector>
 
 namespace {
 
 namespace Chart = Orv::Chart;
+using PaintedChart::series;
+using PaintedChart::seriesColour;
 
-const QColor seriesColour(0xff, 0x00, 0xff);
-
-// One series of a data set; empty flags leave every value defined.
-Chart::DataSeries series(const QString& xName, std::vector<float> x, const QString& yName, std::vector<float> y,
-                         std::vector<bool> xUndefined = {}, std::vector<bool> yUndefined = {})
-{
-    Chart::DataSeries s;
-    s.x = {xName, {}, std::move(x), std::move(xUndefined)};
-    s.y = {yName, {}, std::move(y), std::move(yUndefined)};
-    s.x.undefined.resize(s.x.values.size(), false);
-    s.y.undefined.resize(s.y.values.size(), false);
-    return s;
-}
-
-class ChartPaintTest : public ::testing::Test {
+class ChartPaintTest : public PaintedChart::SeriesChart {
 protected:
-    static constexpr QSize size{400, 300};
-
-    // Sets the chart up for the series as for a file's, in the series colour, applies `settings` and runs the
-    // pipeline.
-    void draw(Chart::DataSeries one, QStringList settings = {})
-    {
-        Chart::DataSet data;
-        data.series.push_back(std::move(one));
-        Chart::setUpChartForData(chart, data, QStringLiteral("test"));
-        settings
-            << QStringLiteral("variable/%1/style/lineColor=%2").arg(data.series.front().y.name, seriesColour.name());
-        PaintedChart::assignAll(chart, settings);
-        EXPECT_TRUE(Chart::bindData(chart.variables, Chart::axisPairsOf(chart), std::move(data)).isEmpty());
-        plot = std::make_unique<Chart::Plot>(chart, Chart::axisPairsOf(chart), Chart::TickRoom{size, 100, {}});
-        painter = std::make_unique<Chart::ChartPainter>(*plot, size);
-    }
-
-    QImage image() const { return PaintedChart::image(*painter, size); }
-    QStringList svgTexts() const { return OrvTest::texts(OrvTest::parseSvg(PaintedChart::svg(*painter, size))); }
-
-    // Where the first variable's point (x, y) is drawn.
-    QPointF pixelOf(double x, double y) const
-    {
-        const Orv::Math::Vector3 point(static_cast<float>(x), static_cast<float>(y), 0.0f);
-        const auto cube = plot->scaling().preciseMatrix(0).map(point.x(), point.y(), point.z());
-        return painter->layout().toPixel(cube.x, cube.y);
-    }
-
-    KelModifiedGroup group;
-    KelChart2D chart{group};
-    std::unique_ptr<Chart::Plot> plot;
-    std::unique_ptr<Chart::ChartPainter> painter;
+    QStringList svgTexts() const { return OrvTest::texts(OrvTest::parseSvg(svg())); }
 };
 
 struct CaptionCase {
@@ -97,9 +51,9 @@ TEST_P(AxisCaptionTest, ShortenedCaptionKeepsItsFactorWhole)
     CaptionCase c = GetParam();
     c.series.y.unit = c.yUnit;
     draw(c.series);
-    const QRegularExpression pattern(QString::fromUtf8(c.pattern));
     const QStringList texts = svgTexts();
-    EXPECT_EQ(texts.filter(pattern).size(), 1) << texts.join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(texts.filter(QRegularExpression(QString::fromUtf8(c.pattern))).size(), 1)
+        << texts.join(QLatin1Char('|')).toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -129,16 +83,12 @@ void PrintTo(const GapCase& c, std::ostream* os)
 
 class UndefinedMarkTest : public ChartPaintTest, public ::testing::WithParamInterface<GapCase> {
 protected:
-    // Where the painter marks an undefined point: at the lowest y or x of the series.
-    QPointF markOf(double defined) const
+    // Whether the painter marks the undefined point at the lowest y (or x) of the series.
+    bool markedAt(const QImage& drawn, double defined) const
     {
         const Orv::Math::BoundingBox& box = plot->cache().cache(0).bounds();
         const bool withoutY = GetParam().series.x.undefined == std::vector<bool>(GetParam().series.x.size(), false);
-        return withoutY ? pixelOf(defined, box.min().y()) : pixelOf(box.min().x(), defined);
-    }
-    bool markedAt(const QImage& drawn, double defined) const
-    {
-        const QPointF at = markOf(defined);
+        const QPointF at = withoutY ? pixelOf(defined, box.min().y()) : pixelOf(box.min().x(), defined);
         EXPECT_TRUE(painter->layout().plot().contains(at)) << defined;
         const QRect around = QRectF(at - QPointF(3, 3), at + QPointF(3, 3)).toAlignedRect();
         return OrvTest::countPixels(drawn, around, seriesColour, 60) > 0;
@@ -198,6 +148,49 @@ TEST_F(ChartPaintTest, FixedTightRangeFillsThePlotExactly)
         for (const Chart::Tick& tick : axis->ticks.major())
             EXPECT_TRUE(tick.position >= 0 && tick.position <= 1) << tick.label.toStdString();
     }
+}
+
+enum class Minors { None, TwoAndFive, Every };
+
+// Which minor ticks of the axis are labelled, or a failure when they follow no rule.
+Minors labelledMinors(const Chart::PlotAxis& axis)
+{
+    EXPECT_FALSE(axis.ticks.minor().empty());
+    bool every = true, none = true, twoAndFive = true;
+    for (const Chart::Tick& tick : axis.ticks.minor()) {
+        const double mantissa = std::pow(10.0, tick.value - std::floor(tick.value + 1e-9));
+        const bool atTwoOrFive = std::abs(mantissa - 2) < 1e-6 || std::abs(mantissa - 5) < 1e-6;
+        every = every && tick.labelled;
+        none = none && !tick.labelled;
+        twoAndFive = twoAndFive && tick.labelled == atTwoOrFive;
+    }
+    EXPECT_TRUE(every || none || twoAndFive);
+    return every ? Minors::Every : none ? Minors::None : Minors::TwoAndFive;
+}
+
+// y from 1 to 1000 on a logarithmic axis (x in tenths, so that no x label reads like a y one): taller images label
+// more minor ticks, from none to every one (neighbours 9 and 10 are only 4.6 % of a decade apart, so every label
+// needs a very tall axis); a labelled minor tick's label is drawn, an unlabelled one's is not.
+TEST_F(ChartPaintTest, LogAxisMinorLabelsFollowTheRoom)
+{
+    std::map<Minors, int> seen;
+    Minors before = Minors::None;
+    for (const int height : {150, 400, 600, 1600, 4000}) {
+        SCOPED_TRACE(height);
+        size = QSize(400, height);
+        draw(series("x", {0.1f, 0.2f, 0.3f, 0.4f}, "y", {1, 10, 100, 1000}), {"axis.y/axis.y.left/logarithmic=true"});
+        const Chart::PlotAxis* left = plot->axis(QStringLiteral("axis.y.left"));
+        ASSERT_TRUE(left);
+        const Minors minors = labelledMinors(*left);
+        EXPECT_GE(static_cast<int>(minors), static_cast<int>(before));
+        before = minors;
+        seen[minors] = height;
+        const QStringList texts = svgTexts();
+        for (const Chart::Tick& tick : left->ticks.minor())
+            EXPECT_EQ(texts.contains(tick.label), tick.labelled) << tick.label.toStdString();
+    }
+    EXPECT_EQ(seen.size(), 3u) << seen.count(Minors::None) << seen.count(Minors::TwoAndFive)
+                               << seen.count(Minors::Every);
 }
 
 } // namespace

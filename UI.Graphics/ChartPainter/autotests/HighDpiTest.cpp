@@ -4,10 +4,8 @@
 // by the ratio rather than kept one device pixel thin, and PNG files of it.
 
 #include "ChartPainter.h"
-#include "DataBinding.h"
 #include "PaintedChart.h"
 #include "Plot.h"
-#include "SampleChart.h"
 
 #include "ImageChecks.h"
 #include "TempFolder.h"
@@ -148,12 +146,6 @@ class HighDpiTest : public ::testing::TestWithParam<double> {
 protected:
     static constexpr QSize size{800, 500};
 
-    HighDpiTest()
-        : chart(Chart::SampleChart::build(group))
-    {
-        Chart::bindData(chart->variables, Chart::axisPairsOf(*chart), Chart::SampleChart::data());
-    }
-
     // The sample, with these settings, as the painter draws it at `ratio`.
     QImage picture(double ratio, const QStringList& settings = {})
     {
@@ -163,13 +155,12 @@ protected:
     }
 
     KelModifiedGroup group;
-    std::unique_ptr<KelChart2D> chart;
+    std::unique_ptr<KelChart2D> chart = PaintedChart::sample(group);
 };
 
 // Each line of the 1x picture lies, times the ratio, within a device pixel of
 // its line in the other.
-void expectLinesScaled(const std::vector<InkRun>& one, const std::vector<InkRun>& other, double ratio,
-                       const char* what)
+void expectLinesScaled(const std::vector<InkRun>& one, const std::vector<InkRun>& other, double ratio, const char* what)
 {
     ASSERT_EQ(one.size(), other.size()) << what;
     for (std::size_t i = 0; i < one.size(); ++i)
@@ -180,8 +171,7 @@ void expectLinesScaled(const std::vector<InkRun>& one, const std::vector<InkRun>
 // to put its baseline on a whole pixel, which grows with the ratio. Their
 // extent grows with the ratio too (by a pixel more or less at either size,
 // for hinting): a font that kept its device pixel size would be `ratio` times too small.
-void expectTextsScaled(const std::vector<InkRun>& one, const std::vector<InkRun>& other, double ratio,
-                       const char* what)
+void expectTextsScaled(const std::vector<InkRun>& one, const std::vector<InkRun>& other, double ratio, const char* what)
 {
     ASSERT_EQ(one.size(), other.size()) << what;
     for (std::size_t i = 0; i < one.size(); ++i) {
@@ -230,9 +220,9 @@ double redCover(const QImage& image)
     return cover;
 }
 
-// A line one logical pixel wide is `ratio` device pixels wide: an axis holds
-// ratio squared times the ink, a series line with its markers covers ratio
-// squared times the pixels.
+// A line one logical pixel wide is `ratio` device pixels wide: an axis holds ratio squared times the ink, a series
+// line with its markers covers ratio squared times the pixels. A pen of width 0, which Qt keeps one device pixel
+// thin at any ratio, is drawn one logical pixel wide, as a pen of width 1 is.
 TEST_P(HighDpiTest, PensGrowWithTheRatio)
 {
     const double ratio = GetParam();
@@ -246,22 +236,17 @@ TEST_P(HighDpiTest, PensGrowWithTheRatio)
     const double cover1 = redCover(picture(1.0, airAlone));
     ASSERT_GT(cover1, 1000);
     EXPECT_NEAR(redCover(picture(ratio, airAlone)) / cover1, area, 0.1 * area);
-}
 
-// A pen of width 0, which Qt keeps one device pixel thin at any ratio, is
-// drawn one logical pixel wide, as a pen of width 1 is.
-TEST_P(HighDpiTest, HairlineIsOneLogicalPixelWide)
-{
     const QStringList line = airAlone + QStringList{QStringLiteral("variable/T1/style/symbol=none")};
-    const double one = redCover(picture(GetParam(), line + QStringList{QStringLiteral("variable/T1/style/lineWidth=1")}));
-    const double hairline = redCover(picture(GetParam(), line + QStringList{QStringLiteral("variable/T1/style/lineWidth=0")}));
+    const double one = redCover(picture(ratio, line + QStringList{QStringLiteral("variable/T1/style/lineWidth=1")}));
+    const double hairline =
+        redCover(picture(ratio, line + QStringList{QStringLiteral("variable/T1/style/lineWidth=0")}));
     ASSERT_GT(one, 300);
     EXPECT_NEAR(hairline / one, 1.0, 0.02);
 }
 
 INSTANTIATE_TEST_SUITE_P(Ratios, HighDpiTest, ::testing::Values(2.0, 1.5, 3.0),
-                         [](const ::testing::TestParamInfo<double>& info) {
-                             return "x" + std::to_string(static_cast<int>(info.param * 10));
+                         [](const ::testing::TestParamInfo<double>& info) { return "x" + std::to_string(static_cast<int>(info.param * 10));
                          });
 
 class HighDpiFileTest : public HighDpiTest {

@@ -2,11 +2,9 @@
 // drawn on a zoomed axis short, distinct and whole, with the offset beside it.
 
 #include "ChartPainter.h"
-#include "DataBinding.h"
 #include "LabelOffset.h"
 #include "PaintedChart.h"
 #include "Plot.h"
-#include "SampleChart.h"
 #include "TextBoxes.h"
 #include "TickFit.h"
 
@@ -90,12 +88,6 @@ INSTANTIATE_TEST_SUITE_P(
 // The sample chart with settings by path, its pipeline and what painting it draws.
 class ZoomedAxisTest : public ::testing::Test {
 protected:
-    ZoomedAxisTest()
-        : chart(Chart::SampleChart::build(group))
-    {
-        Chart::bindData(chart->variables, Chart::axisPairsOf(*chart), Chart::SampleChart::data());
-    }
-
     void zoom(const char* axis, const char* min, const char* max)
     {
         const QString path = QStringLiteral("%1/%2/").arg(QString::fromLatin1(axis).section(QLatin1Char('.'), 0, 1),
@@ -127,7 +119,7 @@ protected:
 
     const QSize size{800, 500};
     KelModifiedGroup group;
-    std::unique_ptr<KelChart2D> chart;
+    std::unique_ptr<KelChart2D> chart = PaintedChart::sample(group);
     std::unique_ptr<Chart::Plot> plot;
     QList<OrvTest::DrawnText> texts;
 };

@@ -3,80 +3,36 @@
 // measured with the metrics of the font each text is drawn in.
 
 #include "ChartFile.h"
-#include "ChartPainter.h"
 #include "PaintedChart.h"
 #include "ChartSetUp.h"
 #include "CsvImport.h"
 #include "DataBinding.h"
 #include "LegendLayout.h"
-#include "Plot.h"
 #include "SampleChart.h"
 
+#include "TextBoxes.h"
+#include "TextPlacement.h"
+
 #include <QBuffer>
-#include <QFontMetricsF>
 #include <QRegularExpression>
-#include <QTransform>
-#include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <algorithm>
 
 namespace {
 
 namespace Chart = Orv::Chart;
 
-struct DrawnText {
-    QString text;
-    QRectF box;
-};
-
-QTransform transformOf(const QXmlStreamAttributes& attributes, const QTransform& outer)
+// The texts of an SVG drawing, each with the box its font covers.
+QList<OrvTest::DrawnText> textsOf(const QByteArray& svg)
 {
-    static const QRegularExpression matrix(QStringLiteral("matrix\\(([^,]+),([^,]+),([^,]+),([^,]+),([^,]+),([^)]+)\\)"));
-    const QRegularExpressionMatch m = matrix.match(attributes.value(QStringLiteral("transform")));
-    if (!m.hasMatch())
-        return outer;
-    return QTransform(m.captured(1).toDouble(), m.captured(2).toDouble(), m.captured(3).toDouble(),
-                      m.captured(4).toDouble(), m.captured(5).toDouble(), m.captured(6).toDouble());
-}
-
-DrawnText drawnText(QXmlStreamReader& xml, const QTransform& transform)
-{
-    const QXmlStreamAttributes attributes = xml.attributes();
-    QFont font(attributes.value(QStringLiteral("font-family")).toString());
-    font.setPixelSize(attributes.value(QStringLiteral("font-size")).toInt());
-    font.setWeight(attributes.value(QStringLiteral("font-weight")).toInt() >= 600 ? QFont::Bold : QFont::Normal);
-    const QFontMetricsF metrics(font);
-    const QPointF at(attributes.value(QStringLiteral("x")).toDouble(), attributes.value(QStringLiteral("y")).toDouble());
-    const QString text = xml.readElementText();
-    const QRectF box(at.x(), at.y() - metrics.ascent(), metrics.horizontalAdvance(text), metrics.height());
-    return {text, transform.mapRect(box)};
-}
-
-std::vector<DrawnText> textsOf(const QByteArray& svg)
-{
-    std::vector<DrawnText> texts;
-    std::vector<QTransform> transforms{QTransform()};
-    QXmlStreamReader xml(svg);
-    while (!xml.atEnd()) {
-        const QXmlStreamReader::TokenType token = xml.readNext();
-        if (token == QXmlStreamReader::StartElement && xml.name() == QLatin1String("g"))
-            transforms.push_back(transformOf(xml.attributes(), transforms.back()));
-        else if (token == QXmlStreamReader::EndElement && xml.name() == QLatin1String("g"))
-            transforms.pop_back();
-        else if (token == QXmlStreamReader::StartElement && xml.name() == QLatin1String("text"))
-            if (DrawnText text = drawnText(xml, transforms.back()); !text.text.trimmed().isEmpty())
-                texts.push_back(text);
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    const OrvTest::SvgDocument document = OrvTest::parseSvg(svg);
+    EXPECT_TRUE(document.isValid()) << document.error.toStdString();
+    QList<OrvTest::DrawnText> texts;
+    for (const OrvTest::PlacedText& text : OrvTest::svgTextBoxes(document))
+        texts.append({text.text, text.box});
     return texts;
-}
-
-// Boxes may touch by a pixel's rounding, not more.
-bool overlap(const QRectF& a, const QRectF& b)
-{
-    return a.adjusted(0.5, 0.5, -0.5, -0.5).intersects(b.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 // The chart as SVG, painted as a host paints it, with the plot area it has.
@@ -137,21 +93,19 @@ void PrintTo(const AwkwardChart& chart, std::ostream* os)
 
 class AwkwardChartTest : public ::testing::TestWithParam<AwkwardChart> {};
 
+// Boxes may touch by a pixel's rounding, not more.
 TEST_P(AwkwardChartTest, NoTextsOverlapAndAllStayInTheImage)
 {
     const AwkwardChart& chart = GetParam();
-    const std::vector<DrawnText> texts =
-        textsOf(paintCsv(longSeriesCsv(chart.series, chart.categories), chart.settings, QSize(640, 400)));
-    const QRectF image(0, 0, 640, 400);
-    bool found = false;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        found = found || texts[i].text.contains(QRegularExpression(QString::fromUtf8(chart.expected)));
-        EXPECT_TRUE(image.contains(texts[i].box)) << texts[i].text.toStdString() << " leaves the image";
-        for (std::size_t j = i + 1; j < texts.size(); ++j)
-            EXPECT_FALSE(overlap(texts[i].box, texts[j].box))
-                << texts[i].text.toStdString() << " overlaps " << texts[j].text.toStdString();
-    }
-    EXPECT_TRUE(found) << "no text matches " << chart.expected;
+    const QSize size(640, 400);
+    const QList<OrvTest::DrawnText> texts =
+        textsOf(paintCsv(longSeriesCsv(chart.series, chart.categories), chart.settings, size));
+    EXPECT_EQ(OrvTest::overlappingTexts(texts), QStringList());
+    EXPECT_EQ(OrvTest::textsOutside(texts, size, 0), QStringList());
+    const QRegularExpression expected(QString::fromUtf8(chart.expected));
+    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(),
+                            [&](const OrvTest::DrawnText& text) { return text.text.contains(expected); }))
+        << "no text matches " << chart.expected;
 }
 
 const QString longTitle = QStringLiteral(
@@ -182,53 +136,41 @@ struct SampleDrawing {
     bool hasEntry = false;
 };
 
-class LegendElementTest : public ::testing::Test {
-protected:
-    SampleDrawing draw(KelChart& chart, const QStringList& settings)
-    {
-        PaintedChart::assignAll(chart, settings);
-        SampleDrawing drawing;
-        for (const DrawnText& text : textsOf(paintSvg(chart, QSize(800, 500), &drawing.plot)))
-            if (text.text == QStringLiteral("air temperature")) {
-                drawing.entry = text.box;
-                drawing.hasEntry = true;
-            }
-        return drawing;
-    }
-
-    SampleDrawing drawSample(const QStringList& settings)
-    {
-        const std::unique_ptr<KelChart2D> sample = Chart::SampleChart::build(m_group);
-        Chart::bindData(sample->variables, Chart::axisPairsOf(*sample), Chart::SampleChart::data());
-        return draw(*sample, settings);
-    }
-
-    KelModifiedGroup m_group;
-};
-
-TEST_F(LegendElementTest, PropertiesMoveOrHideTheLegendAndSurviveSaving)
+SampleDrawing drawn(KelChart& chart, const QStringList& settings)
 {
-    const SampleDrawing right = drawSample({});
+    PaintedChart::assignAll(chart, settings);
+    SampleDrawing drawing;
+    for (const OrvTest::DrawnText& text : textsOf(paintSvg(chart, QSize(800, 500), &drawing.plot)))
+        if (text.text == QStringLiteral("air temperature")) {
+            drawing.entry = text.box;
+            drawing.hasEntry = true;
+        }
+    return drawing;
+}
+
+TEST(LegendElementTest, PropertiesMoveOrHideTheLegendAndSurviveSaving)
+{
+    KelModifiedGroup group;
+    const SampleDrawing right = drawn(*PaintedChart::sample(group), {});
     ASSERT_TRUE(right.hasEntry);
     EXPECT_GT(right.entry.left(), right.plot.right());
 
-    const std::unique_ptr<KelChart2D> sample = Chart::SampleChart::build(m_group);
-    Chart::bindData(sample->variables, Chart::axisPairsOf(*sample), Chart::SampleChart::data());
+    const std::unique_ptr<KelChart2D> sample = PaintedChart::sample(group);
     const SampleDrawing below =
-        draw(*sample, {QStringLiteral("legend.1/viewport/alignment=64"), QStringLiteral("legend.1/style=horizontal")});
+        drawn(*sample, {QStringLiteral("legend.1/viewport/alignment=64"), QStringLiteral("legend.1/style=horizontal")});
     ASSERT_TRUE(below.hasEntry);
     EXPECT_GT(below.entry.top(), below.plot.bottom());
     EXPECT_GT(below.plot.width(), right.plot.width());
 
     const std::unique_ptr<KelProperties> loaded =
-        Chart::ChartFile::fromJson(Chart::ChartFile::toJson(*sample), QStringLiteral("below.json"), m_group);
+        Chart::ChartFile::fromJson(Chart::ChartFile::toJson(*sample), QStringLiteral("below.json"), group);
     auto& chart = dynamic_cast<KelChart2D&>(*loaded);
     Chart::bindData(chart.variables, Chart::axisPairsOf(chart), Chart::SampleChart::data());
-    const SampleDrawing reloaded = draw(chart, {});
+    const SampleDrawing reloaded = drawn(chart, {});
     EXPECT_EQ(reloaded.entry, below.entry);
     EXPECT_EQ(reloaded.plot, below.plot);
 
-    const SampleDrawing hidden = drawSample({QStringLiteral("legend.1/enabled=false")});
+    const SampleDrawing hidden = drawn(*PaintedChart::sample(group), {QStringLiteral("legend.1/enabled=false")});
     EXPECT_FALSE(hidden.hasEntry);
     EXPECT_GT(hidden.plot.width(), right.plot.width());
 }

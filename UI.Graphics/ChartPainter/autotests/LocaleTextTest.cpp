@@ -46,13 +46,6 @@ INSTANTIATE_TEST_SUITE_P(
                       GermanCase{"Mars", QStringLiteral("Mars")},
                       GermanCase{"(\u00d7 10\u207b\u00b3)", QStringLiteral("(\u00d7 10\u207b\u00b3)")}));
 
-TEST(LocaleText, GermanMonthNamesAreTheLocales)
-{
-    EXPECT_TRUE(LocaleText::label(QStringLiteral("Mar"), german).startsWith(QStringLiteral("M\u00e4r")));
-    EXPECT_TRUE(LocaleText::label(QStringLiteral("Mar 2"), german).startsWith(QStringLiteral("M\u00e4r")));
-    EXPECT_TRUE(LocaleText::label(QStringLiteral("Tue 14"), german).startsWith(QStringLiteral("Di")));
-}
-
 // Numbers of five integer digits and more agree with QLocale's own, so do those
 // below 1000, in locales with other signs, separators and digits.
 TEST(LocaleText, NumbersAgreeWithTheLocale)

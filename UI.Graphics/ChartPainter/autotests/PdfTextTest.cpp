@@ -3,10 +3,8 @@
 // poppler's pdftotext; without it the tests are skipped.
 
 #include "ChartPainter.h"
-#include "DataBinding.h"
 #include "PaintedChart.h"
 #include "Plot.h"
-#include "SampleChart.h"
 
 #include "SvgChecks.h"
 #include "TempFolder.h"
@@ -43,8 +41,7 @@ protected:
     {
         if (!OrvTest::pdftotextFound())
             GTEST_SKIP() << "pdftotext (poppler-utils) is not installed";
-        chart = Chart::SampleChart::build(group);
-        Chart::bindData(chart->variables, Chart::axisPairsOf(*chart), Chart::SampleChart::data());
+        chart = PaintedChart::sample(group);
         PaintedChart::assignAll(*chart, GetParam().settings);
         const QLocale locale(QLatin1String(GetParam().locale));
         plot = std::make_unique<Chart::Plot>(*chart, Chart::axisPairsOf(*chart),
@@ -60,10 +57,16 @@ protected:
     OrvTest::TempFolder folder;
 };
 
-TEST_P(PdfTextTest, TextsLieWhereTheSvgPutsThem)
+// Text is text and lines are lines: fonts are embedded, nothing is a picture.
+TEST_P(PdfTextTest, VectorPageWithTextsWhereTheSvgPutsThem)
 {
     const QString pdf = folder.path(QStringLiteral("chart.pdf"));
     ASSERT_TRUE(painter->write(pdf));
+    const QByteArray bytes = folder.read(QStringLiteral("chart.pdf"));
+    EXPECT_TRUE(bytes.contains("/FontFile2") || bytes.contains("/FontFile3"));
+    EXPECT_FALSE(bytes.contains("/Subtype /Image"));
+    EXPECT_FALSE(bytes.contains("/Subtype/Image"));
+
     ASSERT_TRUE(painter->write(folder.path(QStringLiteral("chart.svg"))));
     const OrvTest::SvgDocument svg = OrvTest::parseSvg(folder.read(QStringLiteral("chart.svg")));
     ASSERT_TRUE(svg.isValid()) << svg.error.toStdString();
@@ -78,17 +81,6 @@ TEST_P(PdfTextTest, TextsLieWhereTheSvgPutsThem)
         OrvTest::mapped(pages[0].words, QTransform::fromScale(pixelsPerPoint, pixelsPerPoint));
     const QStringList faults = OrvTest::placementFaults(expected, words, tolerance);
     EXPECT_TRUE(faults.isEmpty()) << faults.join(QLatin1Char('\n')).toStdString();
-}
-
-// Text is text and lines are lines: fonts are embedded, nothing is a picture.
-TEST_P(PdfTextTest, PageIsVector)
-{
-    const QString pdf = folder.path(QStringLiteral("chart.pdf"));
-    ASSERT_TRUE(painter->write(pdf));
-    const QByteArray bytes = folder.read(QStringLiteral("chart.pdf"));
-    EXPECT_TRUE(bytes.contains("/FontFile2") || bytes.contains("/FontFile3"));
-    EXPECT_FALSE(bytes.contains("/Subtype /Image"));
-    EXPECT_FALSE(bytes.contains("/Subtype/Image"));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -3,86 +3,55 @@
 // fixed axis range stays inside the plot even where nothing clips the drawing
 // (an SVG file). Also the legend's box in its colours.
 
-#include "ChartPainter.h"
 #include "PaintedChart.h"
-#include "ChartSetUp.h"
-#include "DataBinding.h"
-#include "Plot.h"
 
 #include "ImageChecks.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QSvgRenderer>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 #include <vector>
 
 namespace {
 
 namespace Chart = Orv::Chart;
+using PaintedChart::series;
 
-const QColor lineColour(0xff, 0x00, 0xff);
+const QColor lineColour = PaintedChart::seriesColour;
 const QColor fillColour(0x00, 0xb0, 0x00);
 const QColor capColour(0x00, 0x00, 0xff);
-
-Chart::DataSeries series(std::vector<float> x, std::vector<float> y)
-{
-    Chart::DataSeries s;
-    s.x = {QStringLiteral("x"), {}, std::move(x), {}};
-    s.y = {QStringLiteral("y"), {}, std::move(y), {}};
-    s.x.undefined.resize(s.x.values.size(), false);
-    s.y.undefined.resize(s.y.values.size(), false);
-    return s;
-}
 
 // Four points well apart on axes fixed to [-0.5, 3.5] x [0, 8], so that y = 0 is the plot's bottom.
 const QStringList fixedAxes = {
     "axis.x/axis.x.bottom/autoScale=false", "axis.x/axis.x.bottom/min=-0.5", "axis.x/axis.x.bottom/max=3.5",
     "axis.y/axis.y.left/autoScale=false",   "axis.y/axis.y.left/min=0",      "axis.y/axis.y.left/max=8"};
 
-class SeriesStyleTest : public ::testing::Test {
+class SeriesStyleTest : public PaintedChart::SeriesChart {
 protected:
-    // Sets the chart up for the series, draws it in the line colour without a legend, applies the `style`
-    // assignments (relative to the variable's style), then the `settings` (relative to the chart), and runs the
-    // pipeline.
-    void draw(Chart::DataSeries one, const QStringList& style, QStringList settings = {})
+    // Draws the series without a legend, with the `style` assignments (relative to the variable's style), then
+    // the `settings` (relative to the chart).
+    void drawStyled(Chart::DataSeries one, const QStringList& style, const QStringList& settings = {})
     {
-        Chart::DataSet data;
-        data.series.push_back(std::move(one));
-        Chart::setUpChartForData(chart, data, QStringLiteral("test"));
-        QStringList all = {QStringLiteral("legend.1/enabled=false"),
-                           QStringLiteral("variable/y/style/lineColor=") + lineColour.name()};
+        QStringList all = {QStringLiteral("legend.1/enabled=false")};
         for (const QString& word : style)
             all << QStringLiteral("variable/y/style/") + word;
-        all << settings;
-        PaintedChart::assignAll(chart, all);
-        EXPECT_TRUE(Chart::bindData(chart.variables, Chart::axisPairsOf(chart), std::move(data)).isEmpty());
-        plot = std::make_unique<Chart::Plot>(chart, Chart::axisPairsOf(chart), Chart::TickRoom{size, 100, {}});
-        painter = std::make_unique<Chart::ChartPainter>(*plot, size);
+        draw(std::move(one), all + settings);
     }
-
-    QImage image() const { return PaintedChart::image(*painter, size); }
 
     // The chart written as SVG and read back: what a viewer shows, with nothing clipped but what the painter cut.
     QImage svgImage() const
     {
-        QSvgRenderer renderer(PaintedChart::svg(*painter, size, true));
+        QSvgRenderer renderer(svg(true));
         EXPECT_TRUE(renderer.isValid());
         QImage result(size, QImage::Format_ARGB32);
         result.fill(Qt::white);
         QPainter reader(&result);
         renderer.render(&reader);
         return result;
-    }
-
-    QPointF pixelOf(double x, double y) const
-    {
-        const Orv::Math::Vector3 point(static_cast<float>(x), static_cast<float>(y), 0.0f);
-        const auto cube = plot->scaling().preciseMatrix(0).map(point.x(), point.y(), point.z());
-        return painter->layout().toPixel(cube.x, cube.y);
     }
 
     // Pixels of the colour in a square of 2 `radius` + 1 around a data point.
@@ -92,123 +61,80 @@ protected:
         const QRect around(at - QPoint(radius, radius), at + QPoint(radius, radius));
         return OrvTest::countPixels(drawn, around, colour, 40);
     }
-
-    QSize size{400, 300};
-    KelModifiedGroup group;
-    KelChart2D chart{group};
-    std::unique_ptr<Chart::Plot> plot;
-    std::unique_ptr<Chart::ChartPainter> painter;
 };
 
 const std::vector<float> fourX = {0, 1, 2, 3};
 const std::vector<float> fourY = {2, 6, 3, 5};
 
-struct SymbolCase {
-    const char* symbol;
-    // How the line is left out: by a line style or by a plot style of none.
-    const char* noLine;
-    // Whether the symbol covers a point 6.5 pixels right of and below its centre, 1.6 of its half-size of 8 along
-    // the diagonal: only a square does.
-    bool coversCorner;
-};
-void PrintTo(const SymbolCase& c, std::ostream* os)
+Chart::DataSeries four()
 {
-    *os << c.symbol;
+    return series("x", fourX, "y", fourY);
 }
 
-class SymbolTest : public SeriesStyleTest, public ::testing::WithParamInterface<SymbolCase> {};
+class SymbolTest : public SeriesStyleTest, public ::testing::WithParamInterface<const char*> {};
 
-// Symbols alone, without lines, in their fill colour centred on each point.
+// Symbols alone, in their fill colour centred on each point, with no line joining them, whether a line style or a
+// plot style of none leaves it out. Only a square covers the point 6.5 pixels right of and below its centre, 1.6 of
+// its half-size of 8 along the diagonal.
 TEST_P(SymbolTest, EachPointShowsItsSymbolAndNoLineJoinsThem)
 {
-    draw(series(fourX, fourY),
-         {QString::fromLatin1(GetParam().noLine), QStringLiteral("symbol=") + QString::fromLatin1(GetParam().symbol),
-          QStringLiteral("symbolSize=16"), QStringLiteral("symbolOutline=false"),
-          QStringLiteral("symbolFillColor=") + fillColour.name()},
-         fixedAxes);
-    const QImage drawn = image();
-    for (std::size_t k = 0; k < fourX.size(); ++k) {
-        EXPECT_EQ(pixelsNear(drawn, fourX[k], fourY[k], fillColour), 9) << k << OrvTest::saveImage(drawn, "symbol");
-        const QPoint corner = (pixelOf(fourX[k], fourY[k]) + QPointF(6.5, 6.5)).toPoint();
-        EXPECT_EQ(OrvTest::colorMatches(drawn.pixel(corner), fillColour, 40), GetParam().coversCorner) << k;
+    const QString symbol = QString::fromLatin1(GetParam());
+    for (const char* noLine : {"line=none", "style=none"}) {
+        SCOPED_TRACE(noLine);
+        drawStyled(four(),
+                   {QString::fromLatin1(noLine), QStringLiteral("symbol=") + symbol, QStringLiteral("symbolSize=16"),
+                    QStringLiteral("symbolOutline=false"), QStringLiteral("symbolFillColor=") + fillColour.name()},
+                   fixedAxes);
+        const QImage drawn = image();
+        for (std::size_t k = 0; k < fourX.size(); ++k) {
+            EXPECT_EQ(pixelsNear(drawn, fourX[k], fourY[k], fillColour), 9) << k << OrvTest::saveImage(drawn, "symbol");
+            const QPoint corner = (pixelOf(fourX[k], fourY[k]) + QPointF(6.5, 6.5)).toPoint();
+            EXPECT_EQ(OrvTest::colorMatches(drawn.pixel(corner), fillColour, 40), symbol == QLatin1String("rect")) << k;
+        }
+        EXPECT_EQ(OrvTest::countPixels(drawn, lineColour, 40), 0) << OrvTest::saveImage(drawn, "noLine");
     }
-    for (std::size_t k = 1; k < fourX.size(); ++k)
-        EXPECT_EQ(pixelsNear(drawn, (fourX[k - 1] + fourX[k]) / 2, (fourY[k - 1] + fourY[k]) / 2, lineColour, 3), 0);
-    EXPECT_EQ(OrvTest::countPixels(drawn, lineColour, 40), 0) << OrvTest::saveImage(drawn, "noLine");
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, SymbolTest,
-                         ::testing::Values(SymbolCase{"rect", "line=none", true},
-                                           SymbolCase{"ellipse", "style=none", false},
-                                           SymbolCase{"diamond", "line=none", false},
-                                           SymbolCase{"hexagon", "style=none", false},
-                                           SymbolCase{"triangle", "line=none", false},
-                                           SymbolCase{"utriangle", "style=none", false},
-                                           SymbolCase{"dtriangle", "line=none", false},
-                                           SymbolCase{"ltriangle", "style=none", false},
-                                           SymbolCase{"rtriangle", "line=none", false},
-                                           SymbolCase{"cross", "style=none", false},
-                                           SymbolCase{"xCross", "line=none", false},
-                                           SymbolCase{"star", "style=none", false}),
-                         [](const ::testing::TestParamInfo<SymbolCase>& info) { return std::string(info.param.symbol); });
+                         ::testing::Values("rect", "ellipse", "diamond", "hexagon", "triangle", "utriangle",
+                                           "dtriangle", "ltriangle", "rtriangle", "cross", "xCross", "star"),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
 
-struct FillCase {
-    const char* fill;
-    // Whether every pixel under the line has the fill colour (else some do, in a pattern), or, for a gradient,
-    // none do.
-    enum { Every, Some, OtherColours } expected;
-};
-void PrintTo(const FillCase& c, std::ostream* os)
-{
-    *os << c.fill;
-}
+class FillTest : public SeriesStyleTest, public ::testing::WithParamInterface<const char*> {};
 
-class FillTest : public SeriesStyleTest, public ::testing::WithParamInterface<FillCase> {};
-
-// The area between the line and the base line is filled; above the line stays white.
+// The area between the line and the base line is filled: every pixel of it by a solid fill, some by a pattern, and
+// by a gradient none in the fill colour and none white. Above the line stays white.
 TEST_P(FillTest, AreaUnderTheLineIsFilledInItsPattern)
 {
-    draw(series(fourX, fourY),
-         {QStringLiteral("fill=") + QString::fromLatin1(GetParam().fill),
-          QStringLiteral("fillColor=") + fillColour.name()},
-         fixedAxes);
+    const QString fill = QString::fromLatin1(GetParam());
+    drawStyled(four(), {QStringLiteral("fill=") + fill, QStringLiteral("fillColor=") + fillColour.name()}, fixedAxes);
     const QImage drawn = image();
     // Under the segment from (1, 6) to (2, 3): at x = 1.5 the line is at 4.5.
     const QRect under = QRectF(pixelOf(1.3, 2.5), pixelOf(1.7, 1.0)).normalized().toAlignedRect();
     const int filled = OrvTest::countPixels(drawn, under, fillColour, 40);
     const int area = under.width() * under.height();
-    switch (GetParam().expected) {
-    case FillCase::Every:
+    if (fill == QLatin1String("solid")) {
         EXPECT_EQ(filled, area) << OrvTest::saveImage(drawn, "fill");
-        break;
-    case FillCase::Some:
-        EXPECT_GT(filled, 0) << OrvTest::saveImage(drawn, "fill");
-        EXPECT_LT(filled, area) << OrvTest::saveImage(drawn, "fill");
-        break;
-    case FillCase::OtherColours:
+    } else if (fill == QLatin1String("gradient")) {
         EXPECT_EQ(filled, 0);
         EXPECT_EQ(OrvTest::countPixels(drawn, under, Qt::white, 8), 0) << OrvTest::saveImage(drawn, "gradient");
-        break;
+    } else {
+        EXPECT_GT(filled, 0) << OrvTest::saveImage(drawn, "fill");
+        EXPECT_LT(filled, area) << OrvTest::saveImage(drawn, "fill");
     }
     const QRect above = QRectF(pixelOf(1.3, 7.5), pixelOf(1.7, 6.5)).normalized().toAlignedRect();
     EXPECT_FALSE(OrvTest::anythingDrawn(drawn, above, Qt::white, 8)) << OrvTest::saveImage(drawn, "above");
 }
 
 INSTANTIATE_TEST_SUITE_P(Patterns, FillTest,
-                         ::testing::Values(FillCase{"solid", FillCase::Every}, FillCase{"dense", FillCase::Some},
-                                           FillCase{"medium", FillCase::Some}, FillCase{"sparse", FillCase::Some},
-                                           FillCase{"horizontal", FillCase::Some},
-                                           FillCase{"vertical", FillCase::Some}, FillCase{"cross", FillCase::Some},
-                                           FillCase{"bDiagonal", FillCase::Some},
-                                           FillCase{"fDiagonal", FillCase::Some},
-                                           FillCase{"crossDiagonal", FillCase::Some},
-                                           FillCase{"gradient", FillCase::OtherColours}),
-                         [](const ::testing::TestParamInfo<FillCase>& info) { return std::string(info.param.fill); });
+                         ::testing::Values("solid", "dense", "medium", "sparse", "horizontal", "vertical", "cross",
+                                           "bDiagonal", "fDiagonal", "crossDiagonal", "gradient"),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
 
 // A step holds each value until the next point and rises there: its corners are drawn, the diagonals are not.
 TEST_F(SeriesStyleTest, StepsHoldEachValueUntilTheNextPoint)
 {
-    draw(series(fourX, fourY), {QStringLiteral("style=step"), QStringLiteral("lineWidth=2")}, fixedAxes);
+    drawStyled(four(), {QStringLiteral("style=step"), QStringLiteral("lineWidth=2")}, fixedAxes);
     const QImage drawn = image();
     for (std::size_t k = 1; k < fourX.size(); ++k) {
         EXPECT_GT(pixelsNear(drawn, (fourX[k - 1] + fourX[k]) / 2, fourY[k - 1], lineColour), 0) << k;
@@ -218,10 +144,11 @@ TEST_F(SeriesStyleTest, StepsHoldEachValueUntilTheNextPoint)
     }
 }
 
-// Sticks rise from the base line to each point, with nothing drawn between them.
+// Sticks rise from the base line to each point, with nothing drawn between them. A gradient line colours them by
+// height as it colours a line: they must not vanish for want of a brush.
 TEST_F(SeriesStyleTest, SticksRiseFromTheBaseLineToEachPoint)
 {
-    draw(series(fourX, fourY), {QStringLiteral("style=stick"), QStringLiteral("lineWidth=2")}, fixedAxes);
+    drawStyled(four(), {QStringLiteral("style=stick"), QStringLiteral("lineWidth=2")}, fixedAxes);
     const QImage drawn = image();
     for (std::size_t k = 0; k < fourX.size(); ++k) {
         EXPECT_GT(pixelsNear(drawn, fourX[k], fourY[k] / 2, lineColour), 0) << k << OrvTest::saveImage(drawn, "sticks");
@@ -229,28 +156,23 @@ TEST_F(SeriesStyleTest, SticksRiseFromTheBaseLineToEachPoint)
     }
     for (std::size_t k = 1; k < fourX.size(); ++k)
         EXPECT_EQ(pixelsNear(drawn, (fourX[k - 1] + fourX[k]) / 2, 1.0, lineColour, 3), 0) << k;
-}
 
-// A gradient line colours sticks by height as it colours a line: they must not vanish for want of a brush.
-TEST_F(SeriesStyleTest, GradientSticksAreDrawn)
-{
-    draw(series(fourX, fourY),
-         {QStringLiteral("style=stick"), QStringLiteral("line=gradient"), QStringLiteral("lineWidth=3")}, fixedAxes);
-    const QImage drawn = image();
-    for (std::size_t k = 0; k < fourX.size(); ++k) {
-        const QPoint middle = pixelOf(fourX[k], fourY[k] / 2).toPoint();
-        EXPECT_NE(drawn.pixelColor(middle), QColor(Qt::white)) << k << OrvTest::saveImage(drawn, "gradient-sticks");
-    }
+    drawStyled(four(), {QStringLiteral("style=stick"), QStringLiteral("line=gradient"), QStringLiteral("lineWidth=3")},
+               fixedAxes);
+    const QImage gradient = image();
+    for (std::size_t k = 0; k < fourX.size(); ++k)
+        EXPECT_NE(gradient.pixelColor(pixelOf(fourX[k], fourY[k] / 2).toPoint()), QColor(Qt::white))
+            << k << OrvTest::saveImage(gradient, "gradient-sticks");
 }
 
 // A bar's top carries a cap of its own colour and size; the bar below it has the fill colour.
 TEST_F(SeriesStyleTest, BarTopsCarryTheirCap)
 {
-    draw(series(fourX, fourY),
-         {QStringLiteral("style=bar"), QStringLiteral("fill=solid"), QStringLiteral("fillColor=") + fillColour.name(),
-          QStringLiteral("barWidth=0.5"), QStringLiteral("barTopSize=6"),
-          QStringLiteral("barTopColor=") + capColour.name()},
-         fixedAxes);
+    drawStyled(four(),
+               {QStringLiteral("style=bar"), QStringLiteral("fill=solid"),
+                QStringLiteral("fillColor=") + fillColour.name(), QStringLiteral("barWidth=0.5"),
+                QStringLiteral("barTopSize=6"), QStringLiteral("barTopColor=") + capColour.name()},
+               fixedAxes);
     const QImage drawn = image();
     for (std::size_t k = 0; k < fourX.size(); ++k) {
         EXPECT_EQ(pixelsNear(drawn, fourX[k], fourY[k], capColour), 9) << k << OrvTest::saveImage(drawn, "bars");
@@ -274,7 +196,7 @@ TEST_F(SeriesStyleTest, LinesAndFillsBeyondTheAxesStayInsideThePlotOfAnSvgFile)
         QStringList style = {QStringLiteral("lineWidth=2")};
         if (filled)
             style << QStringLiteral("fill=solid") << QStringLiteral("fillColor=") + fillColour.name();
-        draw(series({0, 1, 2, 3, 4, 5, 6, 7}, {0, 6, 6, NAN, 3, 5, 3.5f, NAN}), style, axes);
+        drawStyled(series("x", {0, 1, 2, 3, 4, 5, 6, 7}, "y", {0, 6, 6, NAN, 3, 5, 3.5f, NAN}), style, axes);
         const QRectF area = painter->layout().plot().adjusted(-1.5, -1.5, 1.5, 1.5);
         const QImage drawn = svgImage();
         for (const QColor& colour : {lineColour, fillColour}) {
@@ -318,7 +240,7 @@ TEST_P(LegendBoxTest, LegendBoxHasItsBorderBackgroundAndShadow)
                           QStringLiteral("legend.1/viewport/alignment=%1").arg(c.alignment)};
     if (*c.background)
         legend << QStringLiteral("legend.1/background=") + QString::fromLatin1(c.background);
-    draw(series(fourX, fourY), {}, legend);
+    drawStyled(four(), {}, legend);
     const QImage drawn = image();
     const QRect box = OrvTest::boundingBox(drawn, border, 30);
     ASSERT_FALSE(box.isNull()) << OrvTest::saveImage(drawn, "legend");
@@ -349,13 +271,13 @@ TEST_F(SeriesStyleTest, LegendWithoutRoomIsLeftOut)
 {
     size = QSize(400, 80);
     const QColor border(0x80, 0x00, 0x00);
-    draw(series(fourX, fourY), {}, {QStringLiteral("legend.1/enabled=false")});
+    drawStyled(four(), {}, {QStringLiteral("legend.1/enabled=false")});
     const QRectF alone = painter->layout().plot();
     for (const int alignment : {Qt::AlignBottom, Qt::AlignTop, Qt::AlignRight}) {
         SCOPED_TRACE(alignment);
-        draw(series(fourX, fourY), {},
-             {QStringLiteral("legend.1/enabled=true"), QStringLiteral("legend.1/border=") + border.name(),
-              QStringLiteral("legend.1/viewport/alignment=%1").arg(alignment)});
+        drawStyled(four(), {},
+                   {QStringLiteral("legend.1/enabled=true"), QStringLiteral("legend.1/border=") + border.name(),
+                    QStringLiteral("legend.1/viewport/alignment=%1").arg(alignment)});
         EXPECT_EQ(painter->layout().plot(), alone);
         const QImage drawn = image();
         EXPECT_EQ(OrvTest::countPixels(drawn, border, 30), 0) << OrvTest::saveImage(drawn, "noRoom");

@@ -8,6 +8,8 @@
 #include "Plot.h"
 #include "SampleChart.h"
 
+#include "ImageChecks.h"
+
 #include <QProcess>
 
 #include <memory>
@@ -35,17 +37,6 @@ struct Sample {
     Orv::Chart::AxisPairs pairs;
 };
 
-int differingPixels(const QImage& a, const QImage& b)
-{
-    const QImage left = a.convertToFormat(QImage::Format_RGB32);
-    const QImage right = b.convertToFormat(QImage::Format_RGB32);
-    int count = 0;
-    for (int y = 0; y < left.height(); ++y)
-        for (int x = 0; x < left.width(); ++x)
-            count += left.pixel(x, y) != right.pixel(x, y) ? 1 : 0;
-    return count;
-}
-
 // Grabs the item showing the sample at `size` and compares it with the headless picture.
 void expectSamePicture(QSize size)
 {
@@ -56,7 +47,10 @@ void expectSamePicture(QSize size)
     const qreal ratio = quick.window->effectiveDevicePixelRatio();
     const QImage painted = sample.painted(size, ratio);
     ASSERT_EQ(grabbed.size(), painted.size()) << "ratio " << ratio;
-    EXPECT_EQ(differingPixels(grabbed, painted), 0) << "ratio " << ratio;
+    EXPECT_EQ(OrvTest::differingFraction(grabbed.convertToFormat(QImage::Format_RGB32),
+                                         painted.convertToFormat(QImage::Format_RGB32)),
+              0.0)
+        << "ratio " << ratio;
     EXPECT_EQ(quick.item->keptFrame().size(), painted.size());
     quick.item->setChart(nullptr, {});
 }

@@ -14,45 +14,44 @@ using Orv::Chart::AxisSpan;
 using viewtest::dataOf;
 using viewtest::ViewFixture;
 
-class HoverTextTest : public ViewFixture {};
+class HoverTextTest : public ViewFixture {
+protected:
+    // Points at these microseconds after 2012-03-04 00:00:00 UTC on a time axis.
+    void showTimes(const std::vector<float>& ys, std::initializer_list<std::int64_t> micros)
+    {
+        Orv::Chart::DataSet data = dataOf(std::vector<float>(ys.size(), 0), ys);
+        data.timeX = true;
+        for (const std::int64_t after : micros)
+            data.xTimes.push_back({1330819200LL * 1000000 + after, true});
+        showData(data);
+    }
+    Orv::Chart::HoverText::Hover at(double share) const
+    {
+        return Orv::Chart::HoverText::at(frames(),
+                                         QPointF(plot().left() + share * plot().width(), plot().center().y()));
+    }
+};
 
-TEST_F(HoverTextTest, HoverOnATimeAxisNamesTheInstant)
+TEST_F(HoverTextTest, HoverOnATimeAxisNamesTheInstantInItsZoneAndPrecision)
 {
-    Orv::Chart::DataSet data = dataOf({0, 0, 0}, {1, 5, 2});
-    data.timeX = true;
-    constexpr std::int64_t march4th2012 = 1330819200LL * 1000000;
-    for (const std::int64_t hour : {0, 1, 2})
-        data.xTimes.push_back({march4th2012 + hour * 3600LL * 1000000, true});
-    showData(data);
+    showTimes({1, 5, 2}, {0, 3600LL * 1000000, 7200LL * 1000000});
     const QStringList lines = Orv::Chart::HoverText::lines(frames(), QPointF(plot().left() + 1, plot().center().y()));
     ASSERT_EQ(lines.size(), 1);
     EXPECT_EQ(lines[0], QStringLiteral("y: x = 2012-03-04 00:00:00 UTC, y = 1")) << lines[0].toStdString();
     const QStringList last = Orv::Chart::HoverText::lines(frames(), QPointF(plot().right() - 1, plot().center().y()));
     ASSERT_EQ(last.size(), 1);
     EXPECT_TRUE(last[0].startsWith(QStringLiteral("y: x = 2012-03-04 02:00:00"))) << last[0].toStdString();
-}
 
-// Instants read in the axis's zone, to the fraction of a second they carry;
-// the cursor's own position to what one pixel tells apart.
-TEST_F(HoverTextTest, HoverTimesFollowTheAxisZoneAndPrecision)
-{
-    Orv::Chart::DataSet data = dataOf({0, 0, 0}, {1, 3, 2});
-    data.timeX = true;
-    constexpr std::int64_t march4th2012 = 1330819200LL * 1000000;
-    for (const std::int64_t millis : {0, 250, 500})
-        data.xTimes.push_back({march4th2012 + millis * 1000, true});
-    showData(data);
-    auto& time = dynamic_cast<KelChartAxisTime&>(*frames().pairs().find(QStringLiteral("axis.x.bottom")));
-    time.timeZone.set(QStringLiteral("Europe/Berlin"));
+    // Instants read in the axis's zone, to the fraction of a second they carry; the cursor's own position to what
+    // one pixel tells apart.
+    showTimes({1, 3, 2}, {0, 250000, 500000});
+    dynamic_cast<KelChartAxisTime&>(*frames().pairs().find(QStringLiteral("axis.x.bottom")))
+        .timeZone.set(QStringLiteral("Europe/Berlin"));
     navigator.reload();
-    const auto at = [&](double share) {
-        return Orv::Chart::HoverText::at(frames(),
-                                         QPointF(plot().left() + share * plot().width(), plot().center().y()));
-    };
-    const auto first = at(0.001);
+    const Orv::Chart::HoverText::Hover first = at(0.001);
     ASSERT_EQ(first.hits.size(), 1u);
     EXPECT_EQ(first.hits[0].line, QStringLiteral("y: x = 2012-03-04 01:00:00 CET, y = 1"));
-    const auto middle = at(0.5);
+    const Orv::Chart::HoverText::Hover middle = at(0.5);
     ASSERT_EQ(middle.hits.size(), 1u);
     EXPECT_EQ(middle.hits[0].line, QStringLiteral("y: x = 2012-03-04 01:00:00.250 CET, y = 3"));
     // Half a second over some hundred pixels: milliseconds, in the zone.

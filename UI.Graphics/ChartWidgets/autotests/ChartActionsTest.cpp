@@ -48,13 +48,6 @@ protected:
         QCoreApplication::processEvents();
         ASSERT_NE(view->frames(), nullptr);
     }
-    void TearDown() override
-    {
-        actions.reset();
-        editor.reset();
-        view.reset();
-    }
-
     // The x range written into the bottom axis.
     std::pair<double, double> xRange() const
     {
@@ -68,6 +61,7 @@ protected:
         return (plot.topLeft() + QPointF(plot.width() * across, plot.height() * down)).toPoint();
     }
 
+    // Destroyed in reverse: the actions, the editor, the widget, then the chart.
     KelModifiedGroup group;
     std::unique_ptr<KelChart2D> chart;
     std::unique_ptr<KelChartPropertyModel> model;

@@ -1,21 +1,16 @@
 // The chart widget beyond the plain gestures: what it draws (no chart, the
-// rubber band, the hover box), gestures that must change nothing, the hover
-// text on time, inverted and unsorted axes, and the range arithmetic's limits.
-#include "AxisRanges.h"
-#include "ChartSetUp.h"
+// rubber band, the hover box, overlays over the kept picture), gestures that
+// must change nothing, and when frames are painted again.
 #include "ChartWidget.h"
 #include "DataBinding.h"
 #include "HoverText.h"
 #include "SampleChart.h"
-
-#include "KelChartAxisContinuous.h"
-#include "KelChartAxisTime.h"
+#include "ViewState.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -25,12 +20,10 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <memory>
 
 namespace {
 
-using Orv::Chart::AxisSpan;
 using Orv::Chart::ChartWidget;
 
 void mouse(QWidget& widget, QEvent::Type type, QPointF at, Qt::MouseButton button)
@@ -47,14 +40,13 @@ void wheel(QWidget& widget, QPointF at, QPoint angle)
     QApplication::sendEvent(&widget, &event);
 }
 
-// The widget and its signals, without a chart: every gesture is ignored and
 void key(QWidget& widget, int key)
 {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
 }
 
-// the widget says that there is nothing to draw.
+// Without a chart every gesture is ignored and the widget says that there is nothing to draw.
 TEST(ChartWidgetWithoutChart, IgnoresGesturesAndSaysSo)
 {
     ChartWidget view;
@@ -91,54 +83,14 @@ protected:
     {
         chart = Orv::Chart::SampleChart::build(group);
         Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), Orv::Chart::SampleChart::data());
-        show();
-    }
-
-    void show()
-    {
         view.setChart(chart.get(), Orv::Chart::axisPairsOf(*chart));
         view.resize(800, 600);
         ASSERT_NE(view.frames(), nullptr);
     }
 
-    // A chart set up for the data as a host sets it up for a CSV file.
-    void showData(const Orv::Chart::DataSet& data)
-    {
-        chart = std::make_unique<KelChart2D>(group);
-        Orv::Chart::setUpChartForData(*chart, data, QStringLiteral("data"));
-        Orv::Chart::bindData(chart->variables, Orv::Chart::axisPairsOf(*chart), data);
-        show();
-    }
-
     const Orv::Chart::ChartFrames& frames() const { return *view.frames(); }
     QRectF plot() const { return frames().layout().plot(); }
-    std::vector<AxisSpan> spans() const
-    {
-        return Orv::Chart::AxisRanges(frames().pipeline(), frames().pairs(), frames().layout()).spans();
-    }
-    Orv::Chart::AxisRanges ranges() const
-    {
-        return Orv::Chart::AxisRanges(frames().pipeline(), frames().pairs(), frames().layout());
-    }
-    KelChartAxisContinuous& axis(const QString& name) const
-    {
-        return dynamic_cast<KelChartAxisContinuous&>(*frames().pairs().find(name));
-    }
-    struct Setting {
-        bool autoScale;
-        double min, max;
-        bool operator==(const Setting& other) const
-        {
-            return autoScale == other.autoScale && min == other.min && max == other.max;
-        }
-    };
-    std::vector<Setting> settings() const
-    {
-        std::vector<Setting> all;
-        for (const AxisSpan& span : spans())
-            all.push_back({span.axis->autoScale.get(), span.axis->min.get(), span.axis->max.get()});
-        return all;
-    }
+    Orv::Chart::ViewState settings() const { return Orv::Chart::ViewState::of(frames().pairs()); }
 
     KelModifiedGroup group;
     std::unique_ptr<KelChart2D> chart;
@@ -151,10 +103,10 @@ TEST_F(ChartViewTest, AWheelWithoutVerticalTurnChangesNothing)
     const auto before = settings();
     wheel(view, plot().center(), QPoint(120, 0));
     EXPECT_EQ(changed.count(), 0);
-    EXPECT_TRUE(settings() == before);
+    EXPECT_EQ(settings(), before);
     wheel(view, plot().center(), QPoint(0, 120));
     EXPECT_EQ(changed.count(), 1);
-    EXPECT_FALSE(settings() == before);
+    EXPECT_NE(settings(), before);
 }
 
 TEST_F(ChartViewTest, TheRubberBandIsDrawnWhileDraggingAndGoneAfter)
@@ -178,9 +130,11 @@ TEST_F(ChartViewTest, TheHoverBoxSitsBesideTheCursorInsideTheWidgetAndLeavesWith
 {
     const QSignalSpy hover(&view, &ChartWidget::hoverChanged);
     const QImage plain = view.grab().toImage();
-    // Below right of a cursor in the middle; above left of one in the corner.
-    for (const auto& [cursor, step] : {std::pair{plot().center(), QPoint(17, 17)},
-                                       std::pair{QPointF(plot().right() - 2, plot().bottom() - 2), QPoint(-17, -17)}}) {
+    // Below right of the cursor, flipped to the side and above where the widget ends.
+    const QRectF inner = plot().adjusted(2, 2, -2, -2);
+    for (const auto& [cursor, step] :
+         {std::pair{plot().center(), QPoint(17, 17)}, std::pair{inner.topLeft(), QPoint(17, 17)},
+          std::pair{inner.bottomRight(), QPoint(-17, -17)}, std::pair{inner.bottomLeft(), QPoint(17, -17)}}) {
         mouse(view, QEvent::MouseMove, cursor, Qt::NoButton);
         ASSERT_FALSE(view.hoverLines().isEmpty());
         ASSERT_FALSE(hover.isEmpty());

@@ -115,11 +115,13 @@ TEST_P(Navigation, EveryWheelNotchZoomsAboutTheCursorAndAsManyBackReturnExactly)
 {
     const QPointF cursor = plot().topLeft() + QPointF(plot().width() * 0.52, plot().height() * 0.4);
     const auto start = spans();
+    ASSERT_EQ(start.size(), 3u) << "time, temperature and pressure; the period axis is discrete";
     auto before = start;
     for (int notch = 0; notch < 13; ++notch) {
         wheel(cursor, 120);
         const auto now = spans();
         for (std::size_t i = 0; i < now.size(); ++i) {
+            EXPECT_FALSE(now[i].axis->autoScale.get());
             const double was = before[i].max - before[i].min;
             EXPECT_NEAR(now[i].max - now[i].min, 0.8 * was, 1e-9 * was) << "notch " << notch;
             EXPECT_NEAR(now[i].valueAt(cursor), before[i].valueAt(cursor), 1e-9 * was) << "the value under the cursor";
@@ -141,13 +143,13 @@ TEST_P(Navigation, ADragMovesTheContentByTheDraggedPixelsAndKeepsTheScale)
     const auto start = spans();
     // Mouse events carry whole pixels.
     const QPointF from = plot().center().toPoint();
-    dragBy(from, std::vector<QPointF>(9, QPointF(12, 0)));
+    dragBy(from, std::vector<QPointF>(9, QPointF(12, -4)));
     const auto after = spans();
     for (std::size_t i = 0; i < after.size(); ++i) {
         const double width = start[i].max - start[i].min;
         EXPECT_NEAR(after[i].max - after[i].min, width, 1e-9 * width) << "the span stays";
-        // What was under the press is now under the release, 108 px on.
-        EXPECT_NEAR(after[i].valueAt(from + QPointF(108, 0)), start[i].valueAt(from), 1e-9 * width);
+        // What was under the press is now under the release, 108 px right and 36 px up.
+        EXPECT_NEAR(after[i].valueAt(from + QPointF(108, -36)), start[i].valueAt(from), 1e-9 * width);
     }
     // A 100 px drag moves a data point 100 px.
     const AxisSpan bottom = spans()[0];
@@ -305,8 +307,7 @@ TEST_P(Navigation, ALegendClickHidesASeriesAndASecondShowsIt)
     EXPECT_TRUE(air.enabled.get());
 }
 
-// Fit y narrows the vertical axes to the data inside the hours shown, which
-// the pan that follows moves by the pixels asked.
+// Fit y narrows the vertical axes to the data inside the hours shown.
 TEST_P(Navigation, FitYTakesTheDataInViewAndCopiesTellWhatIsShown)
 {
     view->zoomIn();
@@ -325,8 +326,8 @@ TEST_P(Navigation, FitYTakesTheDataInViewAndCopiesTellWhatIsShown)
         double lo = HUGE_VAL, hi = -HUGE_VAL;
         for (std::size_t k = 0; k < scaling.size(); ++k) {
             const KelChartVariableCache& cache = scaling.variable(k);
-            if (!scaling.valid(k) || cache.variable().yAxis.get() != fitted[i].name ||
-                cache.variable().xAxis.get() != fitted[0].name)
+            if (!scaling.valid(k) || cache.variable().yAxis.get() != fitted[i].name
+                || cache.variable().xAxis.get() != fitted[0].name)
                 continue;
             for (std::size_t p = 0; p < cache.x().size(); ++p)
                 if (cache.x()[p] >= fitted[0].min && cache.x()[p] <= fitted[0].max && std::isfinite(cache.y()[p])) {
@@ -343,29 +344,13 @@ TEST_P(Navigation, FitYTakesTheDataInViewAndCopiesTellWhatIsShown)
     move(plot().center());
     view->copyValues();
     EXPECT_TRUE(QApplication::clipboard()->text().startsWith(QStringLiteral("time = "))) << "the read-out first";
-    view->setFocus();
-    key(Qt::Key_Tab);
-    view->copyValues();
-    EXPECT_EQ(QApplication::clipboard()->text(), view->pointCursorText()) << "the point cursor's values";
     view->copyImage();
     EXPECT_EQ(QApplication::clipboard()->image().size(), view->size());
     EXPECT_TRUE(OrvTest::anythingDrawn(view->image(), plot().toRect(), Qt::white));
 }
 
-TEST_P(Navigation, TheHoverBoxStaysInsideTheWindowAtEveryEdge)
-{
-    for (const QPointF at : {plot().topLeft() + QPointF(2, 2), plot().bottomRight() - QPointF(2, 2),
-                             QPointF(plot().left() + 2, plot().bottom() - 2)}) {
-        move(at);
-        const QImage image = view->grab().toImage();
-        // The pale box's corners are inside the widget: its colour shows near the cursor.
-        EXPECT_GT(OrvTest::countPixels(image, QColor(255, 255, 240), 12), 100) << at.x() << "," << at.y();
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(WindowSizes, Navigation, ::testing::Values(QSize(1100, 640), QSize(1560, 940)),
-                         [](const ::testing::TestParamInfo<QSize>& info) {
-                             return std::to_string(info.param.width()) + "x" + std::to_string(info.param.height());
+                         [](const ::testing::TestParamInfo<QSize>& info) { return std::to_string(info.param.width()) + "x" + std::to_string(info.param.height());
                          });
 
 } // namespace

@@ -1,8 +1,6 @@
 // The viewer's File menu writing the chart out: Export... as PNG, SVG or PDF
 // by the name's suffix (or the dialog's filter), faults shown as the other
-// file faults are, and Print, here to a PDF file, which holds the chart laid
-// out on the page: every text where the chart's SVG file puts it, scaled to
-// fit the printable area and centred on it.
+// file faults are, and Print, here to a PDF file.
 #include "ChartWidget.h"
 #include "MessageBar.h"
 #include "ViewWindow.h"
@@ -56,7 +54,8 @@ TEST_F(ExportTest, FileMenuOffersExport)
 TEST_F(ExportTest, SuffixPicksTheFormat)
 {
     ASSERT_TRUE(window->exportChart(folder.path(QStringLiteral("chart.png"))));
-    EXPECT_EQ(window->statusMessage(), QStringLiteral("Exported the chart to ") + folder.path(QStringLiteral("chart.png")));
+    EXPECT_EQ(window->statusMessage(),
+              QStringLiteral("Exported the chart to ") + folder.path(QStringLiteral("chart.png")));
     EXPECT_EQ(QImage(folder.path(QStringLiteral("chart.png"))).size(), chartSize());
     ASSERT_TRUE(window->exportChart(folder.path(QStringLiteral("chart.SVG"))));
     const OrvTest::SvgDocument svg = OrvTest::parseSvg(folder.read(QStringLiteral("chart.SVG")));
@@ -108,7 +107,8 @@ TEST_F(ExportTest, PrintedPageHoldsTheChartFittedAndCentred)
     const QRectF area = printer.pageRect(QPrinter::Point);
     const QSizeF size = chartSize();
     const double scale = std::min(area.width() / size.width(), area.height() / size.height());
-    const QPointF corner = area.topLeft() + QPointF(area.width() - scale * size.width(), area.height() - scale * size.height()) / 2;
+    const QPointF corner =
+        area.topLeft() + QPointF(area.width() - scale * size.width(), area.height() - scale * size.height()) / 2;
     const QTransform toChart = QTransform::fromTranslate(corner.x(), corner.y()).scale(scale, scale).inverted();
 
     ASSERT_TRUE(window->exportChart(folder.path(QStringLiteral("chart.svg"))));

@@ -51,18 +51,6 @@ TEST(DataFiles, ATsvFileIsSplitAtTabsEvenWhereCommasWouldSplitItEvenly)
     EXPECT_EQ(kelview::dataOptionsFor(QStringLiteral("a.csv")).separator, QString());
 }
 
-TEST(DataFiles, ABrokenChartFileIsAFaultNamingIt)
-{
-    const OrvTest::TempFolder folder;
-    const QString path = folder.write(QStringLiteral("broken.json"), "{ \"type\": ");
-    try {
-        kelview::ChartDocument::open(path);
-        FAIL() << "a broken chart file opened";
-    } catch (const kelchart::Failure& failure) {
-        EXPECT_TRUE(failure.message().contains(QStringLiteral("broken.json"))) << failure.message().toStdString();
-    }
-}
-
 TEST(SavedCharts, GetJsonOnlyWhenTheNameHasNoSuffix)
 {
     EXPECT_EQ(kelview::withChartSuffix(QStringLiteral("/tmp/walk")), QStringLiteral("/tmp/walk.json"));
