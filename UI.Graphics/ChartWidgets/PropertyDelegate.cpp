@@ -8,7 +8,9 @@
 
 #include <QAbstractProxyModel>
 #include <QComboBox>
+#include <QCursor>
 #include <QLineEdit>
+#include <QToolTip>
 #include <QUndoStack>
 
 namespace Orv::Chart {
@@ -65,6 +67,13 @@ void mark(QLineEdit* field, const QString& problem)
 {
     field->setToolTip(problem);
     field->setStyleSheet(problem.isEmpty() ? QString() : QStringLiteral("QLineEdit { border: 2px solid #c62828; }"));
+    // A tip already on screen keeps the text it was shown with: follow the typing, and go once it reads.
+    if (!QToolTip::isVisible() || !field->underMouse())
+        return;
+    if (problem.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(QCursor::pos(), problem, field);
 }
 
 } // namespace
