@@ -6,6 +6,7 @@
 #include "NiceIntervals.h"
 
 #include <cmath>
+#include <cstdint>
 #include <random>
 
 namespace bench {
@@ -29,20 +30,35 @@ const std::vector<TickCase>& tickCases()
     return cases;
 }
 
+const TickCase& tickCase(std::size_t call, TickOrder order)
+{
+    static const std::vector<std::uint16_t> shuffled = [] {
+        std::mt19937_64 random(7);
+        std::uniform_int_distribution<std::uint16_t> pick(0, static_cast<std::uint16_t>(tickCases().size() - 1));
+        std::vector<std::uint16_t> made(std::size_t{1} << 16);
+        for (std::uint16_t& index : made)
+            index = pick(random);
+        return made;
+    }();
+    const auto& cases = tickCases();
+    if (order == TickOrder::Cycled)
+        return cases[call % cases.size()];
+    return cases[shuffled[call % shuffled.size()]];
+}
+
 } // namespace bench
 
 namespace {
 
 // Builds the intervals of one case after another and reads every tick, with
 // its label or, as Qwt's scale engine is measured, its value only.
-template <bool withLabels>
+template <bool withLabels, bench::TickOrder order = bench::TickOrder::Cycled>
 void TicksNiceIntervalsRun(benchmark::State& state)
 {
-    const auto& cases = bench::tickCases();
     const Orv::Math::NumberFormat format;
     std::size_t next = 0;
     for (auto _ : state) {
-        const bench::TickCase& c = cases[next++ % cases.size()];
+        const bench::TickCase& c = bench::tickCase(next++, order);
         const Orv::Math::NiceIntervals intervals(c.min, c.max, c.count, true, true, format);
         for (int i = 0; i < intervals.size(); ++i) {
             if constexpr (withLabels)
@@ -56,8 +72,13 @@ void TicksNiceIntervalsRun(benchmark::State& state)
 
 void TicksNiceIntervals(benchmark::State& state) { TicksNiceIntervalsRun<true>(state); }
 void TicksNiceIntervalsNoLabels(benchmark::State& state) { TicksNiceIntervalsRun<false>(state); }
+void TicksNiceIntervalsShuffled(benchmark::State& state)
+{
+    TicksNiceIntervalsRun<true, bench::TickOrder::Shuffled>(state);
+}
 
 } // namespace
 
 BENCHMARK(TicksNiceIntervals);
 BENCHMARK(TicksNiceIntervalsNoLabels);
+BENCHMARK(TicksNiceIntervalsShuffled);

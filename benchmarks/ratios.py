@@ -111,6 +111,11 @@ def main(path):
                 t.note(f"6 NiceIntervals {what}", None, f"{1e3 / ours:.2f} M calls/s",
                        f"{name}: {1e3 / theirs:.2f} M calls/s", f"{theirs / ours:.2f}x as fast",
                        ">= 1: " + ("met" if theirs >= ours else "NOT met"))
+    shuffled, qwt_shuffled = t.time("TicksNiceIntervalsShuffled"), t.time("TicksQwtShuffled")
+    if shuffled is not None and qwt_shuffled is not None:
+        t.note("6 with labels, shuffled", None, f"{1e3 / shuffled:.2f} M calls/s",
+               f"Qwt, same order: {1e3 / qwt_shuffled:.2f} M calls/s", f"{qwt_shuffled / shuffled:.2f}x as fast",
+               ">= 1: " + ("met" if qwt_shuffled >= shuffled else "NOT met"))
     continuous, time = t.time("ScaleUpdateContinuous"), t.time("ScaleUpdateTime")
     if continuous is not None and time is not None:
         t.note("8 axis scale update, time", None, f"{time / 1e3:.2f} us", f"continuous: {continuous / 1e3:.2f} us",

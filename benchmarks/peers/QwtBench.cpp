@@ -41,13 +41,13 @@ void QwtBoundingRect(benchmark::State& state)
 }
 
 // Major ticks only, as NiceIntervals makes; Qwt writes no labels here.
-void TicksQwt(benchmark::State& state)
+template <bench::TickOrder order>
+void TicksQwtRun(benchmark::State& state)
 {
-    const auto& cases = bench::tickCases();
     const QwtLinearScaleEngine engine;
     std::size_t next = 0;
     for (auto _ : state) {
-        const bench::TickCase& c = cases[next++ % cases.size()];
+        const bench::TickCase& c = bench::tickCase(next++, order);
         double x1 = c.min;
         double x2 = c.max;
         double step = 0.0;
@@ -58,7 +58,11 @@ void TicksQwt(benchmark::State& state)
     bench::reportItems(state, 1, 0);
 }
 
+void TicksQwt(benchmark::State& state) { TicksQwtRun<bench::TickOrder::Cycled>(state); }
+void TicksQwtShuffled(benchmark::State& state) { TicksQwtRun<bench::TickOrder::Shuffled>(state); }
+
 } // namespace
 
 BENCHMARK(QwtBoundingRect)->Arg(bench::Small)->Arg(bench::Medium)->Arg(bench::Large)->Unit(benchmark::kMillisecond);
 BENCHMARK(TicksQwt);
+BENCHMARK(TicksQwtShuffled);
