@@ -3,7 +3,6 @@
 // to 1e9 at offsets on either side of zero, 2 to 12 intervals, from a fixed seed.
 
 #include <cstddef>
-#include <vector>
 
 namespace bench {
 
@@ -13,11 +12,9 @@ struct TickCase {
     int count;
 };
 
-const std::vector<TickCase>& tickCases();
-
-// The cases one after another, or drawn in a fixed random order too long for the branch
-// predictor to learn, as an axis meets ranges in use; run back to back, the cycle of 1,024
-// cases is learnt and flatters code with many data-dependent branches.
+// Call `call` of a run over the 1,024 cases: one case after another, or in a fixed random
+// order too long for the branch predictor to learn, as an axis meets ranges in use. Run back
+// to back, the cycle is learnt and flatters code with many data-dependent branches.
 enum class TickOrder { Cycled, Shuffled };
 const TickCase& tickCase(std::size_t call, TickOrder order);
 

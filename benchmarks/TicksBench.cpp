@@ -8,8 +8,11 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <vector>
 
 namespace bench {
+
+namespace {
 
 const std::vector<TickCase>& tickCases()
 {
@@ -29,6 +32,8 @@ const std::vector<TickCase>& tickCases()
     }();
     return cases;
 }
+
+} // namespace
 
 const TickCase& tickCase(std::size_t call, TickOrder order)
 {

@@ -41,14 +41,13 @@ void QCustomPlotAddUnsorted(benchmark::State& state) { addData(state, bench::Kin
 
 void TicksQCustomPlot(benchmark::State& state)
 {
-    const auto& cases = bench::tickCases();
     QCPAxisTicker ticker;
     const QLocale locale = QLocale::c();
     QVector<double> ticks;
     QVector<QString> labels;
     std::size_t next = 0;
     for (auto _ : state) {
-        const bench::TickCase& c = cases[next++ % cases.size()];
+        const bench::TickCase& c = bench::tickCase(next++, bench::TickOrder::Cycled);
         ticker.setTickCount(c.count);
         ticker.generate(QCPRange(c.min, c.max), locale, QLatin1Char('g'), 6, ticks, nullptr, &labels);
         benchmark::DoNotOptimize(labels.size());
